@@ -1,0 +1,154 @@
+#include "KivGeo/Rectangle.h"
+
+#include "KivGeo/Polygon2D.h"
+#include "KivGeo/Size2D.h"
+
+#include <algorithm>
+
+namespace KivSystem {
+
+GeoRectangle::GeoRectangle(double left, double right, double bottom, double top)
+    : mLeft(left)
+    , mRight(right)
+    , mBottom(bottom)
+    , mTop(top)
+{}
+
+void GeoRectangle::setRect(double left, double right, double bottom, double top)
+{
+    *this = GeoRectangle(left, right, bottom, top);
+}
+
+GeoSize2D GeoRectangle::size() const
+{
+    return {width(), height()};
+}
+
+GeoPoint2D GeoRectangle::center() const
+{
+    return {mLeft + width() / 2, mBottom + height() / 2};
+}
+
+GeoRectangle GeoRectangle::normalized() const
+{
+    return {std::min(mLeft, mRight), std::max(mLeft, mRight), std::min(mBottom, mTop),
+        std::max(mBottom, mTop)};
+}
+
+GeoRectangle &GeoRectangle::translate(double dx, double dy)
+{
+    return *this = translated(dx, dy);
+}
+
+GeoRectangle &GeoRectangle::translate(const GeoPoint2D &way)
+{
+    return translate(way.x, way.y);
+}
+
+GeoRectangle &GeoRectangle::translate(const GeoSize2D &way)
+{
+    return translate(way.width, way.height);
+}
+
+GeoRectangle GeoRectangle::translated(double dx, double dy) const
+{
+    return {mLeft + dx, mRight + dx, mBottom + dy, mTop + dy};
+}
+
+GeoRectangle GeoRectangle::translated(const GeoPoint2D &way) const
+{
+    return translated(way.x, way.y);
+}
+
+GeoRectangle GeoRectangle::translated(const GeoSize2D &way) const
+{
+    return translated(way.width, way.height);
+}
+
+GeoRectangle &GeoRectangle::rotate(double degrees, const GeoPoint2D &center)
+{
+    return *this = rotated(degrees, center);
+}
+
+GeoRectangle &GeoRectangle::rotate(
+    const std::pair<double, double> &cosineSine, const GeoPoint2D &center)
+{
+    return *this = rotated(cosineSine, center);
+}
+
+GeoRectangle GeoRectangle::rotated(double degrees, const GeoPoint2D &center) const
+{
+    return rotated(GeoPoint2D::cosineAndSine(degrees), center);
+}
+
+GeoRectangle GeoRectangle::rotated(
+    const std::pair<double, double> &cosineSine, const GeoPoint2D &center) const
+{
+    GeoPolygon2D<GeoPoint2D> corners{leftBottom(), rightBottom(), rightTop(), leftTop()};
+    return corners.rotate(cosineSine, center).boundingRect();
+}
+
+GeoRectangle &GeoRectangle::scale(double factorX, double factorY, const GeoPoint2D &center)
+{
+    return *this = scaled(factorX, factorY, center);
+}
+
+GeoRectangle GeoRectangle::scaled(double factorX, double factorY, const GeoPoint2D &center) const
+{
+    GeoPoint2D low = leftBottom().scaled(factorX, factorY, center);
+    GeoPoint2D high = rightTop().scaled(factorX, factorY, center);
+    if (factorX < 0) {
+        std::swap(low.x, high.x);
+    }
+    if (factorY < 0) {
+        std::swap(low.y, high.y);
+    }
+    return {low.x, high.x, low.y, high.y};
+}
+
+GeoRectangle GeoRectangle::united(const GeoRectangle &other) const
+{
+    const GeoRectangle a = normalized();
+    const GeoRectangle b = other.normalized();
+    if (a.isNull()) {
+        return b;
+    }
+    if (b.isNull()) {
+        return a;
+    }
+    return {std::min(a.mLeft, b.mLeft), std::max(a.mRight, b.mRight),
+        std::min(a.mBottom, b.mBottom), std::max(a.mTop, b.mTop)};
+}
+
+bool GeoRectangle::contains(const GeoPoint2D &point, double tolerance) const
+{
+    const GeoRectangle box = normalized();
+    return point.x >= box.mLeft - tolerance && point.x <= box.mRight + tolerance &&
+           point.y >= box.mBottom - tolerance && point.y <= box.mTop + tolerance;
+}
+
+bool GeoRectangle::intersects(const GeoRectangle &other) const
+{
+    const GeoRectangle a = normalized();
+    const GeoRectangle b = other.normalized();
+    return a.mLeft <= b.mRight && b.mLeft <= a.mRight && a.mBottom <= b.mTop && b.mBottom <= a.mTop;
+}
+
+bool GeoRectangle::equals(const GeoRectangle &other, double tolerance) const
+{
+    return leftBottom().equals(other.leftBottom(), tolerance) &&
+           rightTop().equals(other.rightTop(), tolerance);
+}
+
+bool GeoRectangle::isEmpty() const
+{
+    const GeoRectangle box = normalized();
+    return !(box.width() > 0 && box.height() > 0);
+}
+
+bool GeoRectangle::isNull() const
+{
+    return mLeft == 0 && mRight == 0 && mBottom == 0 && mTop == 0;
+}
+
+} // namespace KivSystem

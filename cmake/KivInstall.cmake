@@ -1,0 +1,20 @@
+# Installed package: `find_package(Kiv)` gives Kiv::KivGeo ... Kiv::KivCore.
+include(CMakePackageConfigHelpers)
+set(kiv_cmake_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Kiv)
+install(EXPORT KivTargets NAMESPACE Kiv:: DESTINATION ${kiv_cmake_dir} COMPONENT Development)
+configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/KivConfig.cmake.in
+    ${PROJECT_BINARY_DIR}/KivConfig.cmake INSTALL_DESTINATION ${kiv_cmake_dir})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/KivConfigVersion.cmake
+    COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/KivConfig.cmake ${PROJECT_BINARY_DIR}/KivConfigVersion.cmake
+    DESTINATION ${kiv_cmake_dir} COMPONENT Development)
+
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/io DESTINATION ${KIV_PLUGINS_INSTALL_DIRECTORY})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/Samples/ DESTINATION ${CMAKE_INSTALL_DATADIR}/kiv/samples
+    FILES_MATCHING PATTERN "*.mar")
+
+set(CPACK_PACKAGE_NAME kiv)
+set(CPACK_PACKAGE_CONTACT "The KivPlotOut developers <developers@kivplotout.example>")
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_GENERATOR TGZ)
+include(CPack)
