@@ -1,0 +1,80 @@
+/// The marker drawing: the root of the object model.
+
+#ifndef KIVMARKER_DRAWING_H
+#define KIVMARKER_DRAWING_H
+
+#include "KivMarker/Fabric.h"
+#include "KivMarker/Layer.h"
+#include "KivMarker/Style.h"
+#include "KivMarker/Summary.h"
+
+#include <QString>
+
+#include <memory>
+#include <vector>
+
+namespace KivSystem {
+
+/// A drawing owns its layers, fabrics and styles. It is built in that order: the number of layers
+/// is fixed before the first fabric, and the fabrics before the first style. Adding out of order is
+/// a programming error and throws std::logic_error.
+class CDbMarkerDrawing
+{
+public:
+    CDbMarkerDrawing();
+    ~CDbMarkerDrawing();
+    CDbMarkerDrawing(const CDbMarkerDrawing &) = delete;
+    CDbMarkerDrawing &operator=(const CDbMarkerDrawing &) = delete;
+
+    QString filePath;          ///< full path of the marker file; empty for one never saved
+    short currentFabric = 1;   ///< 1-based index of the fabric that is current in the host
+    bool zentrimActif = false; ///< this drawing is the one optimised in the Zentrim view
+    std::vector<CDbStyleObject *> stylesList;
+
+    /// The marker's name without extension; "Untitled" before it is saved.
+    QString drawingName() const;
+
+    const SummaryInfo &summaryInfo() const { return m_summary; }
+    void setSummaryInfo(const SummaryInfo &summary) { m_summary = summary; }
+
+    int getFabricsQty() const { return m_fabrics.size(); }
+    CDbFabricsObjectTable &getFabricsTable() { return m_fabrics; }
+    const CDbFabricsObjectTable &getFabricsTable() const { return m_fabrics; }
+    /// By 0-based index; null when it does not exist.
+    CDbFabricObject *getFabric(short index) const;
+
+    CDbLayerObjectTable &getLayerObjectTable() { return m_layers; }
+    const CDbLayerObjectTable &getLayerObjectTable() const { return m_layers; }
+    int getLayersQty(short *error) const;
+    /// Whether the marker is set to one layer; `layer`, when not null, receives its 1-based number,
+    /// or 0.
+    bool isSetToSingleLayer(short *error, short *layer) const;
+    /// 0 sets the marker to all of its layers.
+    void setSingleLayer(short layer) { m_singleLayer = layer; }
+
+    /// By 0-based index; null when it does not exist.
+    CDbStyleObject *getStyle(short index) const;
+    /// The size table of a 0-based style on a 1-based fabric, owned by the style. Past either end:
+    /// null and k_error_index.
+    CDbStyleSizeObjectTable *findSizesList(short style, short fabric, short *error) const;
+    /// Garments in a 1-based layer of all the styles that have pieces on the fabric.
+    int garmentsInLayer(const CDbFabricObject *fabric, short layer) const;
+
+    CDbLayerObject *addLayer(const QString &name);
+    CDbFabricObject *addFabric(const QString &name);
+    CDbStyleObject *addStyle(
+        const QString &name, const QString &sourceFile, std::vector<StyleSize> sizes);
+
+private:
+    SummaryInfo m_summary;
+    short m_singleLayer = 0;
+    CDbLayerObjectTable m_layers;
+    CDbFabricsObjectTable m_fabrics;
+    std::vector<std::unique_ptr<CDbLayerObject>> m_ownedLayers;
+    std::vector<std::unique_ptr<CDbFabricObject>> m_ownedFabrics;
+    std::vector<std::unique_ptr<CDbStyleObject>> m_ownedStyles;
+};
+
+} // namespace KivSystem
+
+#endif

@@ -1,0 +1,89 @@
+/// Styles, their sizes and how many garments of each size a marker makes.
+
+#ifndef KIVMARKER_STYLE_H
+#define KIVMARKER_STYLE_H
+
+#include <QString>
+
+#include <memory>
+#include <vector>
+
+namespace KivSystem {
+
+class CDbFabricObject;
+class CDbPieceObject;
+
+/// One size of a style.
+struct StyleSize
+{
+    short number = 0; ///< the size number by which pieces refer to it, unique in its style
+    QString name;     ///< "S", "38"
+    QString special;  ///< a second text, such as a length or a fitting; often empty
+};
+
+/// The sizes of one style on one fabric with their garment quantities. Owned by the style.
+class CDbStyleSizeObjectTable
+{
+public:
+    /// `layers` is the number of layers of the marker; all quantities start at 0.
+    CDbStyleSizeObjectTable(
+        const CDbFabricObject *fabric, const std::vector<StyleSize> &sizes, int layers);
+
+    /// Number of sizes in the table.
+    short getNumberStyleSize() const;
+
+    /// Number of garments of a size in a layer. `size` is the 1-based index of the piece's sizes;
+    /// with a null piece it is the 1-based index of the table's own sizes. 0 for a fabric that is
+    /// not the table's, for a layer or size past the end, and for a size that the style lacks.
+    short quantityClothingBySize(
+        const CDbFabricObject *fabric, short layer, const CDbPieceObject *piece, short size) const;
+
+    /// Garments of all sizes in a 1-based layer.
+    int garmentsInLayer(short layer) const;
+
+    /// Sets the quantity of the table's own 1-based `size` in the 1-based `layer`; false past the
+    /// end, with nothing changed.
+    bool setQuantity(short layer, short size, short quantity);
+
+    /// The size with that number, null when there is none.
+    const StyleSize *findByNumber(short number) const;
+
+private:
+    int position(short number) const; // 0-based, -1 for none
+
+    const CDbFabricObject *m_fabric;
+    std::vector<StyleSize> m_sizes;
+    std::vector<std::vector<short>> m_quantities; // by layer, then by size
+};
+
+class CDbStyleObject
+{
+public:
+    CDbStyleObject(const QString &name, const QString &sourceFile, std::vector<StyleSize> sizes);
+
+    QString getStyleName() const { return m_name; }
+    /// Path of the file that the style came from; empty when it was made in the marker.
+    QString getOriginalFileNameLinkInfo() const { return m_sourceFile; }
+
+    /// The sizes in their order, the same on every fabric.
+    const std::vector<StyleSize> &sizes() const { return m_sizes; }
+    bool hasSize(short number) const;
+
+    /// The size table of the style for a 1-based fabric, owned by the style. Past the end: null and
+    /// k_error_index.
+    CDbStyleSizeObjectTable *findStyleSizeObjectTable(short fabric, short *error) const;
+
+    /// Adds the table of the next fabric, with zero quantities. The drawing calls it for each of
+    /// its fabrics, in their order.
+    void addTable(const CDbFabricObject *fabric, int layers);
+
+private:
+    QString m_name;
+    QString m_sourceFile;
+    std::vector<StyleSize> m_sizes;
+    std::vector<std::unique_ptr<CDbStyleSizeObjectTable>> m_tables; // by fabric
+};
+
+} // namespace KivSystem
+
+#endif

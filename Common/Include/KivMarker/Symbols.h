@@ -1,0 +1,18 @@
+/// The fixed punctuation of marker texts.
+
+#ifndef KIVMARKER_SYMBOLS_H
+#define KIVMARKER_SYMBOLS_H
+
+namespace KivSystem {
+
+/// Constructing the class gives the symbols; they are the same in every marker.
+class CMarkerSymbols
+{
+public:
+    char tabSymbol = '\t';  ///< between the fields of a delimited text
+    char quoteSymbol = '"'; ///< around a field that holds the separator
+};
+
+} // namespace KivSystem
+
+#endif

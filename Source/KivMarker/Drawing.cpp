@@ -1,0 +1,109 @@
+#include "KivMarker/Drawing.h"
+
+#include "KivMarker/ErrorCodes.h"
+
+#include <QFileInfo>
+
+#include <stdexcept>
+
+namespace KivSystem {
+
+CDbMarkerDrawing::CDbMarkerDrawing() = default;
+
+CDbMarkerDrawing::~CDbMarkerDrawing() = default;
+
+QString CDbMarkerDrawing::drawingName() const
+{
+    return filePath.isEmpty() ? QStringLiteral("Untitled") : QFileInfo(filePath).completeBaseName();
+}
+
+CDbFabricObject *CDbMarkerDrawing::getFabric(short index) const
+{
+    return index >= 0 && index < m_fabrics.size() ? m_fabrics[index] : nullptr;
+}
+
+int CDbMarkerDrawing::getLayersQty(short *error) const
+{
+    setErrorCode(error, k_no_error);
+    return m_layers.size();
+}
+
+bool CDbMarkerDrawing::isSetToSingleLayer(short *error, short *layer) const
+{
+    setErrorCode(error, m_singleLayer <= m_layers.size() ? k_no_error : k_error_index);
+    if (layer != nullptr) {
+        *layer = m_singleLayer;
+    }
+    return m_singleLayer != 0;
+}
+
+CDbStyleObject *CDbMarkerDrawing::getStyle(short index) const
+{
+    return index >= 0 && static_cast<std::size_t>(index) < stylesList.size()
+               ? stylesList[static_cast<std::size_t>(index)]
+               : nullptr;
+}
+
+CDbStyleSizeObjectTable *CDbMarkerDrawing::findSizesList(
+    short style, short fabric, short *error) const
+{
+    const CDbStyleObject *found = getStyle(style);
+    if (found == nullptr) {
+        setErrorCode(error, k_error_index);
+        return nullptr;
+    }
+    return found->findStyleSizeObjectTable(fabric, error);
+}
+
+int CDbMarkerDrawing::garmentsInLayer(const CDbFabricObject *fabric, short layer) const
+{
+    const short fabricNumber = m_fabrics.findFabricIndex(fabric);
+    if (fabricNumber == 0) {
+        return 0;
+    }
+    int garments = 0;
+    for (std::size_t position = 0; position < stylesList.size(); ++position) {
+        const CDbStyleSizeObjectTable *sizes =
+            stylesList[position]->findStyleSizeObjectTable(fabricNumber, nullptr);
+        if (sizes != nullptr && fabric->isFabricInvolvedByStyle(static_cast<short>(position + 1))) {
+            garments += sizes->garmentsInLayer(layer);
+        }
+    }
+    return garments;
+}
+
+CDbLayerObject *CDbMarkerDrawing::addLayer(const QString &name)
+{
+    if (!m_fabrics.isEmpty()) {
+        throw std::logic_error("layers are added before the first fabric");
+    }
+    m_ownedLayers.push_back(std::make_unique<CDbLayerObject>());
+    m_ownedLayers.back()->layerName = name;
+    m_layers.append(m_ownedLayers.back().get());
+    return m_layers.last();
+}
+
+CDbFabricObject *CDbMarkerDrawing::addFabric(const QString &name)
+{
+    if (!stylesList.empty()) {
+        throw std::logic_error("fabrics are added before the first style");
+    }
+    m_ownedFabrics.push_back(std::make_unique<CDbFabricObject>(name, m_layers.size()));
+    m_ownedFabrics.back()->m_drawing = this;
+    m_fabrics.append(m_ownedFabrics.back().get());
+    return m_fabrics.last();
+}
+
+CDbStyleObject *CDbMarkerDrawing::addStyle(
+    const QString &name, const QString &sourceFile, std::vector<StyleSize> sizes)
+{
+    auto style = std::make_unique<CDbStyleObject>(name, sourceFile, std::move(sizes));
+    for (const CDbFabricObject *fabric : qAsConst(m_fabrics)) {
+        style->addTable(fabric, m_layers.size());
+    }
+    stylesList.push_back(style.get());
+    m_ownedStyles.push_back(std::move(style));
+    return stylesList.back();
+}
+
+} // namespace KivSystem

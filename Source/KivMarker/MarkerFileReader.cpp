@@ -1,0 +1,401 @@
+#include "MarkerFileReader.h"
+
+#include "JsonNode.h"
+#include "KivMarker/Drawing.h"
+#include "KivMarker/Polygon.h"
+#include "MarkerFileShapes.h"
+#include "MarkerFileWords.h"
+
+#include <set>
+
+namespace KivSystem {
+namespace {
+
+constexpr int kFullTurn = 360;
+constexpr int kLastBallot = 0xFF; // a ballot is printed as one 8-bit character
+
+// Calls `read` for each item of an array member that may be missing.
+template <class Reader>
+void forEachItem(const JsonNode &node, const char *key, Reader read)
+{
+    if (!node.has(key)) {
+        return;
+    }
+    const JsonNode list = node.member(key);
+    const int count = list.count(0, kMaxCount);
+    for (int index = 0; index < count; ++index) {
+        read(list.item(index));
+    }
+}
+
+SummaryInfo readSummary(const JsonNode &node)
+{
+    node.allow({"keywords", "comments", "dateStamp"});
+    SummaryInfo summary;
+    summary.keywords = node.line("keywords", QString());
+    summary.comments = node.paragraph("comments");
+    if (node.has("dateStamp")) {
+        const JsonNode stamp = node.member("dateStamp");
+        QDateTime time = QDateTime::fromString(stamp.asLine(), QString::fromLatin1(kStampFormat));
+        time.setTimeSpec(Qt::UTC);
+        if (!SummaryInfo::isValidStamped(time) || time.date().year() > 9999) {
+            stamp.failType(QStringLiteral("a date and time such as \"2026-03-14T09:30:00\""));
+        }
+        summary.dateStamp = time;
+    }
+    return summary;
+}
+
+void readLayerNames(const JsonNode &document, CDbMarkerDrawing &drawing)
+{
+    const JsonNode layers = document.member("layers");
+    const int count = layers.count(1, kMaxCount);
+    for (int index = 0; index < count; ++index) {
+        const JsonNode layer = layers.item(index);
+        layer.allow({"name"});
+        drawing.addLayer(layer.line("name"));
+    }
+}
+
+// The fabrics with their names alone: styles refer to them by number, and their pieces to styles.
+void readFabricNames(const JsonNode &document, CDbMarkerDrawing &drawing)
+{
+    const JsonNode fabrics = document.member("fabrics");
+    const int count = fabrics.count(0, kMaxCount);
+    for (int index = 0; index < count; ++index) {
+        const JsonNode fabric = fabrics.item(index);
+        drawing.addFabric(fabric.line("name"));
+    }
+}
+
+std::vector<StyleSize> readStyleSizes(const JsonNode &list)
+{
+    std::vector<StyleSize> sizes;
+    std::set<short> numbers;
+    const int count = list.count(1, kMaxCount);
+    for (int index = 0; index < count; ++index) {
+        const JsonNode node = list.item(index);
+        node.allow({"number", "name", "special"});
+        StyleSize size;
+        size.number = static_cast<short>(node.integer("number", 1, kMaxCount));
+        size.name = node.line("name");
+        size.special = node.line("special", QString());
+        if (!numbers.insert(size.number).second) {
+            node.fail(QStringLiteral("the size number %1 stands twice").arg(size.number),
+                QStringLiteral("each number once in a style"));
+        }
+        sizes.push_back(size);
+    }
+    return sizes;
+}
+
+void readGarments(const JsonNode &node, const CDbMarkerDrawing &drawing, CDbStyleObject &style,
+    std::set<std::pair<short, short>> &seen)
+{
+    node.allow({"fabric", "layer", "quantities"});
+    const auto fabric = static_cast<short>(node.integer("fabric", 1, drawing.getFabricsQty()));
+    const auto layer = static_cast<short>(node.integer("layer", 1, drawing.getLayersQty(nullptr)));
+    if (!seen.emplace(fabric, layer).second) {
+        node.fail(QStringLiteral("fabric %1 and layer %2 stand twice").arg(fabric).arg(layer),
+            QStringLiteral("one entry for a fabric and layer"));
+    }
+    const int sizes = static_cast<int>(style.sizes().size());
+    const JsonNode quantities = node.member("quantities");
+    quantities.count(sizes, sizes);
+    CDbStyleSizeObjectTable *table = style.findStyleSizeObjectTable(fabric, nullptr);
+    for (int index = 0; index < sizes; ++index) {
+        table->setQuantity(layer, static_cast<short>(index + 1),
+            static_cast<short>(quantities.item(index).asInteger(0, kMaxCount)));
+    }
+}
+
+void readStyles(const JsonNode &document, CDbMarkerDrawing &drawing)
+{
+    const JsonNode styles = document.member("styles");
+    const int count = styles.count(0, kMaxCount);
+    for (int index = 0; index < count; ++index) {
+        const JsonNode node = styles.item(index);
+        node.allow({"name", "sourceFile", "sizes", "garments"});
+        const JsonNode sizes = node.member("sizes");
+        CDbStyleObject *style = drawing.addStyle(
+            node.line("name"), node.line("sourceFile", QString()), readStyleSizes(sizes));
+        std::set<std::pair<short, short>> seen;
+        forEachItem(node, "garments",
+            [&](const JsonNode &entry) { readGarments(entry, drawing, *style, seen); });
+    }
+}
+
+void readPlaid(const JsonNode &node, CDbPlaidAndStripesInfo &plaid)
+{
+    node.allow({"active", "xRepetition", "yRepetition", "xOffset", "yOffset", "horizontalLines",
+        "verticalLines"});
+    plaid.plaidActive = node.boolean("active", false);
+    plaid.xRepetition = node.number("xRepetition", 0, kMaxCoordinate, 0.0);
+    plaid.yRepetition = node.number("yRepetition", 0, kMaxCoordinate, 0.0);
+    plaid.xRepOffset = node.number("xOffset", -kMaxCoordinate, kMaxCoordinate, 0.0);
+    plaid.yRepOffset = node.number("yOffset", -kMaxCoordinate, kMaxCoordinate, 0.0);
+    plaid.sampleHorLines = readLines(node, "horizontalLines");
+    plaid.sampleVerLines = readLines(node, "verticalLines");
+    // A walk along the repeats would never end with a period of zero.
+    const auto needsPeriod = [&](const CDbLineObjectList &lines, double period, const char *key) {
+        if (plaid.plaidActive && !lines.isEmpty() && !(period > 0)) {
+            node.fail(QStringLiteral("%1 is 0").arg(QLatin1String(key)),
+                QStringLiteral("a positive period for an active plaid with such lines"));
+        }
+    };
+    needsPeriod(plaid.sampleHorLines, plaid.yRepetition, "yRepetition");
+    needsPeriod(plaid.sampleVerLines, plaid.xRepetition, "xRepetition");
+}
+
+void readFabricRules(const JsonNode &node, CDbFabricObject &fabric)
+{
+    if (node.has("status")) {
+        const JsonNode status = node.member("status");
+        const double value = status.asNumber(-kMaxPrecise, kMaxPrecise);
+        fabric.fabricStatus = static_cast<qint64>(value);
+        if (static_cast<double>(fabric.fabricStatus) != value) {
+            status.failType(QStringLiteral("a whole number"));
+        }
+    }
+    fabric.fabricType = wordMember(node, "type", kFabricTypeWords);
+    fabric.oneWay = node.boolean("oneWay", false);
+    fabric.setHybrid(node.boolean("hybrid", false));
+    fabric.foldAnyPiece = node.boolean("foldAnyPiece", false);
+    fabric.edgeGapActive = node.boolean("edgeGap", false);
+    fabric.setGaps(node.number("gapX", -kMaxCoordinate, kMaxCoordinate, 0.0),
+        node.number("gapY", 0, kMaxCoordinate, 0.0));
+    if (node.has("rules")) {
+        const JsonNode rules = node.member("rules");
+        fabric.rules = readRules(rules);
+    }
+    if (node.has("plaid")) {
+        const JsonNode plaid = node.member("plaid");
+        readPlaid(plaid, fabric.plaidInfo);
+    }
+}
+
+void readPieceSizes(const JsonNode &list, const CDbStyleObject &style, CDbPieceObject &piece)
+{
+    std::set<short> numbers;
+    const int count = list.count(1, kMaxCount);
+    for (int index = 0; index < count; ++index) {
+        const JsonNode node = list.item(index);
+        node.allow({"number", "contour", "internalPoints", "internalLines"});
+        const auto number = static_cast<short>(node.integer("number", 1, kMaxCount));
+        if (!style.hasSize(number)) {
+            node.fail(QStringLiteral("the style has no size with the number %1").arg(number),
+                QStringLiteral("the number of one of its sizes"));
+        }
+        if (!numbers.insert(number).second) {
+            node.fail(QStringLiteral("the size number %1 stands twice").arg(number),
+                QStringLiteral("each size once in a piece"));
+        }
+        piece.addSize(number, readShape(node));
+    }
+}
+
+void readChartEntry(const JsonNode &node, int layers, CDbPieceObject &piece,
+    std::set<std::pair<short, short>> &seen)
+{
+    node.allow({"layer", "size", "left", "right"});
+    ChartKey key;
+    key.layer = static_cast<short>(node.integer("layer", 1, layers));
+    key.size = static_cast<short>(node.integer("size", 1, piece.getNumberOfSizes()));
+    if (!seen.emplace(key.layer, key.size).second) {
+        node.fail(QStringLiteral("layer %1 and size %2 stand twice").arg(key.layer).arg(key.size),
+            QStringLiteral("one entry for a layer and size"));
+    }
+    const int most = piece.getKIVPieceSingle() ? 0 : kMaxCount;
+    key.left = true;
+    piece.setOrderedQuantity(key, static_cast<short>(node.integer("left", 0, kMaxCount, 0)));
+    key.left = false;
+    piece.setOrderedQuantity(key, static_cast<short>(node.integer("right", 0, most, 0)));
+}
+
+void readPiece(const JsonNode &node, const CDbMarkerDrawing &drawing, CDbFabricObject &fabric)
+{
+    node.allow({"name", "style", "single", "quantity", "pattern", "description", "code",
+        "codeReference", "fabric", "identification", "rules", "sizes", "chart"});
+    const QString name = node.line("name");
+    const auto style =
+        static_cast<short>(node.integer("style", 1, static_cast<int>(drawing.stylesList.size())));
+    auto piece = std::make_unique<CDbPieceObject>(name, style);
+    piece->setSingle(node.boolean("single", false));
+    piece->setQuantity(static_cast<short>(node.integer("quantity", 1, kMaxCount, 1)));
+    for (const auto &text : kPieceTextWords) {
+        piece->pieceData.*text.value = node.line(text.word, QString());
+    }
+    if (node.has("rules")) {
+        const JsonNode rules = node.member("rules");
+        piece->setOwnRules(readRules(rules));
+    }
+    const JsonNode sizes = node.member("sizes");
+    readPieceSizes(sizes, *drawing.getStyle(static_cast<short>(style - 1)), *piece);
+    std::set<std::pair<short, short>> seen;
+    forEachItem(node, "chart", [&](const JsonNode &entry) {
+        readChartEntry(entry, drawing.getLayersQty(nullptr), *piece, seen);
+    });
+    fabric.addPiece(std::move(piece));
+}
+
+short readBallot(const JsonNode &node)
+{
+    const QString ballot = node.line("ballot", QString());
+    if (ballot.isEmpty()) {
+        return 0;
+    }
+    if (ballot.size() != 1 || ballot.at(0).unicode() > kLastBallot) {
+        node.member("ballot").failType(QStringLiteral("one character up to U+00FF"));
+    }
+    return static_cast<short>(ballot.at(0).unicode());
+}
+
+Placement readPlacement(const JsonNode &node, bool left)
+{
+    Placement placement;
+    placement.x = node.number("x", -kMaxCoordinate, kMaxCoordinate, 0.0);
+    placement.y = node.number("y", -kMaxCoordinate, kMaxCoordinate, 0.0);
+    placement.rotation = node.number("rotation", -kFullTurn, kFullTurn, 0.0);
+    placement.mirrored = node.boolean("mirrored", !left);
+    return placement;
+}
+
+std::unique_ptr<CDbPolygon> readPolygon(const JsonNode &node, const CDbFabricObject &fabric)
+{
+    node.allow({"piece", "size", "side", "x", "y", "rotation", "mirrored", "ballot", "pairedBallot",
+        "folded", "color", "shape", "texts"});
+    const auto pieceNumber = static_cast<short>(node.integer("piece", 1, fabric.pieceCount()));
+    const CDbPieceObject *piece = fabric.findPieceAccordingIndex(pieceNumber, nullptr);
+    const auto size = static_cast<short>(node.integer("size", 1, piece->getNumberOfSizes()));
+    const bool left = wordMember(node, "side", kSideWords);
+
+    auto polygon = std::make_unique<CDbPolygon>(pieceNumber, size, left);
+    polygon->ballotNumber = readBallot(node);
+    polygon->pairedBallot = node.boolean("pairedBallot", false);
+    polygon->foldedPiece = node.boolean("folded", false);
+    polygon->colorIndex = static_cast<short>(node.integer("color", 0, kMaxCount, 0));
+    polygon->texts = readTexts(node, "texts");
+    const Placement placement = readPlacement(node, left);
+    if (node.has("shape")) {
+        const JsonNode shape = node.member("shape");
+        shape.allow({"contour", "internalPoints", "internalLines"});
+        polygon->setOwnShape(readShape(shape), placement);
+    } else if (polygon->foldedPiece) {
+        node.fail(QStringLiteral("a folded piece has no shape"),
+            QStringLiteral("the half that lies on the folded cloth"));
+    } else {
+        polygon->place(piece->getPieceSize(size), placement);
+    }
+    return polygon;
+}
+
+// No more may leave the chart than it orders.
+void checkChart(const JsonNode &node, const CDbFabricObject &fabric, const CDbGrPolysObject &group,
+    const CDbPolygon &polygon, short layer)
+{
+    int inGroup = 0;
+    for (const CDbPolygon *other = group.firstPolygon; other != nullptr;
+         other = other->nextPolygon) {
+        inGroup += other->pieceIndex == polygon.pieceIndex &&
+                           other->pieceSize() == polygon.pieceSize() &&
+                           other->isLeft() == polygon.isLeft()
+                       ? 1
+                       : 0;
+    }
+    const CDbPieceObject *piece = fabric.findPieceAccordingIndex(polygon.pieceIndex, nullptr);
+    if (inGroup >= piece->getQtyPieceSizeLayer(polygon.pieceSize(), polygon.isLeft(), layer)) {
+        const ChartKey key{polygon.pieceSize(), layer, polygon.isLeft()};
+        node.fail(QStringLiteral("more of piece %1, size %2, %3 lie in layer %4 than are ordered")
+                      .arg(polygon.pieceIndex)
+                      .arg(polygon.pieceSize())
+                      .arg(wordOf(polygon.isLeft(), kSideWords))
+                      .arg(layer),
+            QStringLiteral("at most %1").arg(piece->orderedQuantity(key)));
+    }
+}
+
+void readGroup(const JsonNode &node, CDbFabricObject &fabric, short layer)
+{
+    node.allow({"place", "polygons", "texts"});
+    auto group = std::make_unique<CDbGrPolysObject>(wordMember(node, "place", kPlaceWords));
+    group->texts = readTexts(node, "texts");
+    const JsonNode polygons = node.member("polygons");
+    const int count = polygons.count(1, kMaxCount);
+    for (int index = 0; index < count; ++index) {
+        const JsonNode entry = polygons.item(index);
+        std::unique_ptr<CDbPolygon> polygon = readPolygon(entry, fabric);
+        checkChart(entry, fabric, *group, *polygon, layer);
+        group->addPolygon(std::move(polygon));
+    }
+    fabric.addGroup(layer, std::move(group));
+}
+
+void readFabricLayer(const JsonNode &node, CDbFabricObject &fabric, short number)
+{
+    node.allow({"width", "horizontalLines", "verticalLines", "texts", "groups"});
+    FabricLayer *layer = fabric.findLayer(number);
+    layer->width = node.number("width", 0, kMaxCoordinate);
+    if (!(layer->width > 0)) {
+        node.member("width").failType(QStringLiteral("a width above 0"));
+    }
+    layer->horizontalLines = readLines(node, "horizontalLines");
+    layer->verticalLines = readLines(node, "verticalLines");
+    layer->texts = readTexts(node, "texts");
+    forEachItem(node, "groups", [&](const JsonNode &group) { readGroup(group, fabric, number); });
+}
+
+void readFabric(const JsonNode &node, const CDbMarkerDrawing &drawing, CDbFabricObject &fabric)
+{
+    node.allow({"name", "status", "type", "oneWay", "hybrid", "foldAnyPiece", "edgeGap", "gapX",
+        "gapY", "rules", "plaid", "layers", "pieces"});
+    readFabricRules(node, fabric);
+    forEachItem(node, "pieces", [&](const JsonNode &piece) { readPiece(piece, drawing, fabric); });
+    const JsonNode layers = node.member("layers");
+    layers.count(fabric.layerCount(), fabric.layerCount());
+    for (int index = 0; index < fabric.layerCount(); ++index) {
+        readFabricLayer(layers.item(index), fabric, static_cast<short>(index + 1));
+    }
+}
+
+void readFormat(const JsonNode &document)
+{
+    const JsonNode format = document.member("format");
+    if (format.value().toString() != QLatin1String(kFormatName)) {
+        format.failType(QStringLiteral("\"%1\"").arg(QLatin1String(kFormatName)));
+    }
+    const JsonNode version = document.member("version");
+    if (version.asInteger(0, kMaxCount) != kFormatVersion) {
+        version.failType(QStringLiteral("the version %1").arg(kFormatVersion));
+    }
+}
+
+} // namespace
+
+std::unique_ptr<CDbMarkerDrawing> readDrawing(const QJsonValue &value)
+{
+    const JsonNode document(value);
+    readFormat(document);
+    document.allow({"format", "version", "summary", "currentFabric", "singleLayer", "optimised",
+        "layers", "fabrics", "styles"});
+    auto drawing = std::make_unique<CDbMarkerDrawing>();
+    if (document.has("summary")) {
+        const JsonNode summary = document.member("summary");
+        drawing->setSummaryInfo(readSummary(summary));
+    }
+    readLayerNames(document, *drawing);
+    readFabricNames(document, *drawing);
+    readStyles(document, *drawing);
+    drawing->currentFabric = static_cast<short>(
+        document.integer("currentFabric", 1, qMax(1, drawing->getFabricsQty()), 1));
+    drawing->setSingleLayer(
+        static_cast<short>(document.integer("singleLayer", 0, drawing->getLayersQty(nullptr), 0)));
+    drawing->zentrimActif = document.boolean("optimised", false);
+
+    const JsonNode fabrics = document.member("fabrics");
+    for (int index = 0; index < drawing->getFabricsQty(); ++index) {
+        readFabric(fabrics.item(index), *drawing, *drawing->getFabric(static_cast<short>(index)));
+    }
+    return drawing;
+}
+
+} // namespace KivSystem

@@ -1,0 +1,280 @@
+#include "MarkerFileWriter.h"
+
+#include "JsonTree.h"
+#include "KivMarker/Drawing.h"
+#include "KivMarker/Polygon.h"
+#include "MarkerFileShapes.h"
+#include "MarkerFileWords.h"
+
+#include <map>
+
+namespace KivSystem {
+namespace {
+
+// A member is left out when it has the value that a missing one has.
+void addText(JsonTree &object, const char *key, const QString &text)
+{
+    if (!text.isEmpty()) {
+        object.add(key, JsonTree::text(text));
+    }
+}
+
+void addFlag(JsonTree &object, const char *key, bool value, bool fallback = false)
+{
+    if (value != fallback) {
+        object.add(key, JsonTree::boolean(value));
+    }
+}
+
+void addInteger(JsonTree &object, const char *key, qint64 value, qint64 fallback)
+{
+    if (value != fallback) {
+        object.add(key, JsonTree::integer(value));
+    }
+}
+
+void addNumber(JsonTree &object, const char *key, double value)
+{
+    if (value != 0) {
+        object.add(key, JsonTree::number(value));
+    }
+}
+
+void addList(JsonTree &object, const char *key, JsonTree list)
+{
+    if (!list.isEmpty()) {
+        object.add(key, std::move(list));
+    }
+}
+
+template <class Value, std::size_t Count>
+void addWord(
+    JsonTree &object, const char *key, Value value, const std::array<Word<Value>, Count> &words)
+{
+    if (value != words.front().value) {
+        object.add(key, JsonTree::text(wordOf(value, words)));
+    }
+}
+
+JsonTree writeSummary(const SummaryInfo &summary)
+{
+    JsonTree object = JsonTree::object();
+    addText(object, "keywords", summary.keywords);
+    addText(object, "comments", summary.comments);
+    if (SummaryInfo::isValidStamped(summary.dateStamp)) {
+        object.add("dateStamp",
+            JsonTree::text(summary.dateStamp.toString(QString::fromLatin1(kStampFormat))));
+    }
+    return object;
+}
+
+JsonTree writePolygon(const CDbPolygon &polygon)
+{
+    const Placement &placement = polygon.placement();
+    JsonTree object = JsonTree::object();
+    object.add("piece", JsonTree::integer(polygon.pieceIndex))
+        .add("size", JsonTree::integer(polygon.pieceSize()));
+    addWord(object, "side", polygon.isLeft(), kSideWords);
+    addNumber(object, "x", placement.x);
+    addNumber(object, "y", placement.y);
+    addNumber(object, "rotation", placement.rotation);
+    addFlag(object, "mirrored", placement.mirrored, !polygon.isLeft());
+    if (polygon.ballotNumber != 0) {
+        addText(object, "ballot", QString(QChar(static_cast<ushort>(polygon.ballotNumber))));
+    }
+    addFlag(object, "pairedBallot", polygon.pairedBallot);
+    addFlag(object, "folded", polygon.foldedPiece);
+    addInteger(object, "color", polygon.colorIndex, 0);
+    if (polygon.hasOwnShape()) {
+        JsonTree shape = JsonTree::object();
+        writeShape(
+            shape, *polygon.currentContour(), polygon.internalPoints, polygon.internalLines());
+        object.add("shape", std::move(shape));
+    }
+    writeTexts(object, "texts", polygon.texts);
+    return object;
+}
+
+JsonTree writeGroup(const CDbGrPolysObject &group)
+{
+    JsonTree polygons = JsonTree::array();
+    for (const CDbPolygon *polygon = group.firstPolygon; polygon != nullptr;
+         polygon = polygon->nextPolygon) {
+        polygons.append(writePolygon(*polygon));
+    }
+    JsonTree object = JsonTree::object();
+    addWord(object, "place", static_cast<GroupPlace>(group.groupPlace()), kPlaceWords);
+    object.add("polygons", std::move(polygons));
+    writeTexts(object, "texts", group.texts);
+    return object;
+}
+
+JsonTree writeFabricLayer(const FabricLayer &layer)
+{
+    JsonTree object = JsonTree::object();
+    object.add("width", JsonTree::number(layer.width));
+    writeLines(object, "horizontalLines", layer.horizontalLines);
+    writeLines(object, "verticalLines", layer.verticalLines);
+    writeTexts(object, "texts", layer.texts);
+    JsonTree groups = JsonTree::array();
+    for (const auto &group : layer.groups) {
+        groups.append(writeGroup(*group));
+    }
+    addList(object, "groups", std::move(groups));
+    return object;
+}
+
+JsonTree writeChart(const CDbPieceObject &piece)
+{
+    // Left and right of a layer and size stand in one entry.
+    std::map<std::pair<short, short>, std::pair<short, short>> entries;
+    for (const auto &[key, quantity] : piece.orderedQuantities()) {
+        auto &[left, right] = entries[{key.layer, key.size}];
+        (key.left ? left : right) = quantity;
+    }
+    JsonTree chart = JsonTree::array();
+    for (const auto &[place, quantities] : entries) {
+        JsonTree entry = JsonTree::object();
+        entry.add("layer", JsonTree::integer(place.first))
+            .add("size", JsonTree::integer(place.second));
+        addInteger(entry, "left", quantities.first, 0);
+        addInteger(entry, "right", quantities.second, 0);
+        chart.append(std::move(entry));
+    }
+    return chart;
+}
+
+JsonTree writePiece(const CDbPieceObject &piece)
+{
+    JsonTree object = JsonTree::object();
+    object.add("name", JsonTree::text(piece.getName()))
+        .add("style", JsonTree::integer(piece.getStyleNo()));
+    addFlag(object, "single", piece.getKIVPieceSingle());
+    addInteger(object, "quantity", piece.getKIVPieceQuantity(), 1);
+    for (const auto &text : kPieceTextWords) {
+        addText(object, text.word, piece.pieceData.*text.value);
+    }
+    if (piece.ownRules()) {
+        object.add("rules", writeRules(*piece.ownRules()));
+    }
+    JsonTree sizes = JsonTree::array();
+    for (short number = 1; number <= piece.getNumberOfSizes(); ++number) {
+        const CDbPieceSizeObject &size = piece.getPieceSize(number);
+        JsonTree entry = JsonTree::object();
+        entry.add("number", JsonTree::integer(size.sizeNumber));
+        writeShape(entry, size.shape.contour, size.shape.internalPoints, size.shape.internalLines);
+        sizes.append(std::move(entry));
+    }
+    object.add("sizes", std::move(sizes));
+    addList(object, "chart", writeChart(piece));
+    return object;
+}
+
+JsonTree writePlaid(const CDbPlaidAndStripesInfo &plaid)
+{
+    JsonTree object = JsonTree::object();
+    addFlag(object, "active", plaid.plaidActive);
+    addNumber(object, "xRepetition", plaid.xRepetition);
+    addNumber(object, "yRepetition", plaid.yRepetition);
+    addNumber(object, "xOffset", plaid.xRepOffset);
+    addNumber(object, "yOffset", plaid.yRepOffset);
+    writeLines(object, "horizontalLines", plaid.sampleHorLines);
+    writeLines(object, "verticalLines", plaid.sampleVerLines);
+    return object;
+}
+
+JsonTree writeFabric(const CDbFabricObject &fabric)
+{
+    JsonTree object = JsonTree::object();
+    object.add("name", JsonTree::text(fabric.fabricName));
+    addInteger(object, "status", fabric.fabricStatus, 1);
+    addWord(object, "type", static_cast<FabricType>(fabric.fabricType), kFabricTypeWords);
+    addFlag(object, "oneWay", fabric.oneWay);
+    addFlag(object, "hybrid", fabric.isHybridFabric());
+    addFlag(object, "foldAnyPiece", fabric.foldAnyPiece);
+    addFlag(object, "edgeGap", fabric.edgeGapActive);
+    addNumber(object, "gapX", fabric.getGapInX());
+    addNumber(object, "gapY", fabric.getGapInY());
+    addList(object, "rules", writeRules(fabric.rules));
+    addList(object, "plaid", writePlaid(fabric.plaidInfo));
+    JsonTree layers = JsonTree::array();
+    for (short number = 1; number <= fabric.layerCount(); ++number) {
+        layers.append(writeFabricLayer(*fabric.findLayer(number)));
+    }
+    object.add("layers", std::move(layers));
+    JsonTree pieces = JsonTree::array();
+    for (const CDbPieceObject *piece = fabric.firstPiece(); piece != nullptr;
+         piece = piece->getNextPiece()) {
+        pieces.append(writePiece(*piece));
+    }
+    addList(object, "pieces", std::move(pieces));
+    return object;
+}
+
+JsonTree writeStyle(const CDbMarkerDrawing &drawing, const CDbStyleObject &style)
+{
+    JsonTree sizes = JsonTree::array();
+    for (const StyleSize &size : style.sizes()) {
+        JsonTree entry = JsonTree::object();
+        entry.add("number", JsonTree::integer(size.number)).add("name", JsonTree::text(size.name));
+        addText(entry, "special", size.special);
+        sizes.append(std::move(entry));
+    }
+    JsonTree garments = JsonTree::array();
+    for (short fabric = 1; fabric <= drawing.getFabricsQty(); ++fabric) {
+        const auto *table = style.findStyleSizeObjectTable(fabric, nullptr);
+        for (short layer = 1; layer <= drawing.getLayersQty(nullptr); ++layer) {
+            if (table->garmentsInLayer(layer) == 0) {
+                continue;
+            }
+            JsonTree quantities = JsonTree::array();
+            for (short size = 1; size <= table->getNumberStyleSize(); ++size) {
+                quantities.append(JsonTree::integer(table->quantityClothingBySize(
+                    drawing.getFabric(static_cast<short>(fabric - 1)), layer, nullptr, size)));
+            }
+            garments.append(JsonTree::object()
+                                .add("fabric", JsonTree::integer(fabric))
+                                .add("layer", JsonTree::integer(layer))
+                                .add("quantities", std::move(quantities)));
+        }
+    }
+    JsonTree object = JsonTree::object();
+    object.add("name", JsonTree::text(style.getStyleName()));
+    addText(object, "sourceFile", style.getOriginalFileNameLinkInfo());
+    object.add("sizes", std::move(sizes));
+    addList(object, "garments", std::move(garments));
+    return object;
+}
+
+} // namespace
+
+QByteArray writeDrawing(const CDbMarkerDrawing &drawing)
+{
+    JsonTree document = JsonTree::object();
+    document.add("format", JsonTree::text(QString::fromLatin1(kFormatName)))
+        .add("version", JsonTree::integer(kFormatVersion));
+    addList(document, "summary", writeSummary(drawing.summaryInfo()));
+    addInteger(document, "currentFabric", drawing.currentFabric, 1);
+    short singleLayer = 0;
+    drawing.isSetToSingleLayer(nullptr, &singleLayer);
+    addInteger(document, "singleLayer", singleLayer, 0);
+    addFlag(document, "optimised", drawing.zentrimActif);
+    JsonTree layers = JsonTree::array();
+    for (const CDbLayerObject *layer : drawing.getLayerObjectTable()) {
+        layers.append(JsonTree::object().add("name", JsonTree::text(layer->layerName)));
+    }
+    document.add("layers", std::move(layers));
+    JsonTree fabrics = JsonTree::array();
+    for (const CDbFabricObject *fabric : drawing.getFabricsTable()) {
+        fabrics.append(writeFabric(*fabric));
+    }
+    document.add("fabrics", std::move(fabrics));
+    JsonTree styles = JsonTree::array();
+    for (const CDbStyleObject *style : drawing.stylesList) {
+        styles.append(writeStyle(drawing, *style));
+    }
+    document.add("styles", std::move(styles));
+    return document.toBytes();
+}
+
+} // namespace KivSystem
