@@ -6,12 +6,12 @@
 namespace KivSystem {
 
 GeoAffine::GeoAffine(double a, double b, double c, double d, double e, double f)
-    : mA(a)
-    , mB(b)
-    , mC(c)
-    , mD(d)
-    , mE(e)
-    , mF(f)
+    : m_a(a)
+    , m_b(b)
+    , m_c(c)
+    , m_d(d)
+    , m_e(e)
+    , m_f(f)
 {}
 
 GeoAffine GeoAffine::translation(double dx, double dy)
@@ -43,7 +43,7 @@ GeoAffine GeoAffine::mirrorY()
 
 GeoPoint2D GeoAffine::applyToPoint(const GeoPoint2D &point) const
 {
-    return {mA * point.x + mC * point.y + mE, mB * point.x + mD * point.y + mF};
+    return {m_a * point.x + m_c * point.y + m_e, m_b * point.x + m_d * point.y + m_f};
 }
 
 GeoAffine &GeoAffine::multiply(const GeoAffine &other)
@@ -53,9 +53,9 @@ GeoAffine &GeoAffine::multiply(const GeoAffine &other)
 
 GeoAffine GeoAffine::multiplied(const GeoAffine &other) const
 {
-    const GeoPoint2D shift = applyToPoint({other.mE, other.mF});
-    return {mA * other.mA + mC * other.mB, mB * other.mA + mD * other.mB,
-        mA * other.mC + mC * other.mD, mB * other.mC + mD * other.mD, shift.x, shift.y};
+    const GeoPoint2D shift = applyToPoint({other.m_e, other.m_f});
+    return {m_a * other.m_a + m_c * other.m_b, m_b * other.m_a + m_d * other.m_b,
+        m_a * other.m_c + m_c * other.m_d, m_b * other.m_c + m_d * other.m_d, shift.x, shift.y};
 }
 
 std::optional<GeoAffine> GeoAffine::inverted() const
@@ -64,14 +64,14 @@ std::optional<GeoAffine> GeoAffine::inverted() const
     // determinant of a few units in the last place rather than 0.
     const double det = determinant();
     const double noise =
-        2 * std::numeric_limits<double>::epsilon() * (std::abs(mA * mD) + std::abs(mB * mC));
+        2 * std::numeric_limits<double>::epsilon() * (std::abs(m_a * m_d) + std::abs(m_b * m_c));
     if (!(std::abs(det) > noise)) {
         return std::nullopt;
     }
-    const GeoAffine linear(mD / det, -mB / det, -mC / det, mA / det, 0, 0);
-    const GeoPoint2D shift = linear.applyToPoint({-mE, -mF});
-    const GeoAffine back(linear.mA, linear.mB, linear.mC, linear.mD, shift.x, shift.y);
-    for (const double number : {back.mA, back.mB, back.mC, back.mD, back.mE, back.mF}) {
+    const GeoAffine linear(m_d / det, -m_b / det, -m_c / det, m_a / det, 0, 0);
+    const GeoPoint2D shift = linear.applyToPoint({-m_e, -m_f});
+    const GeoAffine back(linear.m_a, linear.m_b, linear.m_c, linear.m_d, shift.x, shift.y);
+    for (const double number : {back.m_a, back.m_b, back.m_c, back.m_d, back.m_e, back.m_f}) {
         if (!std::isfinite(number)) {
             return std::nullopt;
         }
@@ -81,9 +81,9 @@ std::optional<GeoAffine> GeoAffine::inverted() const
 
 bool GeoAffine::equals(const GeoAffine &other, double tolerance) const
 {
-    return GeoPoint2D(mA, mB).equals(other.mA, other.mB, tolerance) &&
-           GeoPoint2D(mC, mD).equals(other.mC, other.mD, tolerance) &&
-           GeoPoint2D(mE, mF).equals(other.mE, other.mF, tolerance);
+    return GeoPoint2D(m_a, m_b).equals(other.m_a, other.m_b, tolerance) &&
+           GeoPoint2D(m_c, m_d).equals(other.m_c, other.m_d, tolerance) &&
+           GeoPoint2D(m_e, m_f).equals(other.m_e, other.m_f, tolerance);
 }
 
 } // namespace KivSystem

@@ -8,10 +8,10 @@
 namespace KivSystem {
 
 GeoRectangle::GeoRectangle(double left, double right, double bottom, double top)
-    : mLeft(left)
-    , mRight(right)
-    , mBottom(bottom)
-    , mTop(top)
+    : m_left(left)
+    , m_right(right)
+    , m_bottom(bottom)
+    , m_top(top)
 {}
 
 void GeoRectangle::setRect(double left, double right, double bottom, double top)
@@ -26,13 +26,13 @@ GeoSize2D GeoRectangle::size() const
 
 GeoPoint2D GeoRectangle::center() const
 {
-    return {mLeft + width() / 2, mBottom + height() / 2};
+    return {m_left + width() / 2, m_bottom + height() / 2};
 }
 
 GeoRectangle GeoRectangle::normalized() const
 {
-    return {std::min(mLeft, mRight), std::max(mLeft, mRight), std::min(mBottom, mTop),
-        std::max(mBottom, mTop)};
+    return {std::min(m_left, m_right), std::max(m_left, m_right), std::min(m_bottom, m_top),
+        std::max(m_bottom, m_top)};
 }
 
 GeoRectangle &GeoRectangle::translate(double dx, double dy)
@@ -52,7 +52,7 @@ GeoRectangle &GeoRectangle::translate(const GeoSize2D &way)
 
 GeoRectangle GeoRectangle::translated(double dx, double dy) const
 {
-    return {mLeft + dx, mRight + dx, mBottom + dy, mTop + dy};
+    return {m_left + dx, m_right + dx, m_bottom + dy, m_top + dy};
 }
 
 GeoRectangle GeoRectangle::translated(const GeoPoint2D &way) const
@@ -116,22 +116,23 @@ GeoRectangle GeoRectangle::united(const GeoRectangle &other) const
     if (b.isNull()) {
         return a;
     }
-    return {std::min(a.mLeft, b.mLeft), std::max(a.mRight, b.mRight),
-        std::min(a.mBottom, b.mBottom), std::max(a.mTop, b.mTop)};
+    return {std::min(a.m_left, b.m_left), std::max(a.m_right, b.m_right),
+        std::min(a.m_bottom, b.m_bottom), std::max(a.m_top, b.m_top)};
 }
 
 bool GeoRectangle::contains(const GeoPoint2D &point, double tolerance) const
 {
     const GeoRectangle box = normalized();
-    return point.x >= box.mLeft - tolerance && point.x <= box.mRight + tolerance &&
-           point.y >= box.mBottom - tolerance && point.y <= box.mTop + tolerance;
+    return point.x >= box.m_left - tolerance && point.x <= box.m_right + tolerance &&
+           point.y >= box.m_bottom - tolerance && point.y <= box.m_top + tolerance;
 }
 
 bool GeoRectangle::intersects(const GeoRectangle &other) const
 {
     const GeoRectangle a = normalized();
     const GeoRectangle b = other.normalized();
-    return a.mLeft <= b.mRight && b.mLeft <= a.mRight && a.mBottom <= b.mTop && b.mBottom <= a.mTop;
+    return a.m_left <= b.m_right && b.m_left <= a.m_right && a.m_bottom <= b.m_top &&
+           b.m_bottom <= a.m_top;
 }
 
 bool GeoRectangle::equals(const GeoRectangle &other, double tolerance) const
@@ -148,7 +149,7 @@ bool GeoRectangle::isEmpty() const
 
 bool GeoRectangle::isNull() const
 {
-    return mLeft == 0 && mRight == 0 && mBottom == 0 && mTop == 0;
+    return m_left == 0 && m_right == 0 && m_bottom == 0 && m_top == 0;
 }
 
 } // namespace KivSystem

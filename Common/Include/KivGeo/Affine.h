@@ -33,12 +33,12 @@ public:
     /// Mirror at the vertical axis x = 0: changes the sign of x.
     static GeoAffine mirrorY();
 
-    double a() const { return mA; }
-    double b() const { return mB; }
-    double c() const { return mC; }
-    double d() const { return mD; }
-    double e() const { return mE; }
-    double f() const { return mF; }
+    double a() const { return m_a; }
+    double b() const { return m_b; }
+    double c() const { return m_c; }
+    double d() const { return m_d; }
+    double e() const { return m_e; }
+    double f() const { return m_f; }
 
     GeoPoint2D applyToPoint(const GeoPoint2D &point) const;
 
@@ -50,7 +50,7 @@ public:
     GeoAffine multiplied(const GeoAffine &other) const;
 
     /// a * d - b * c: the factor of areas, negative for a map that mirrors.
-    double determinant() const { return mA * mD - mB * mC; }
+    double determinant() const { return m_a * m_d - m_b * m_c; }
 
     /// The map back. Empty for a singular map, that is one whose determinant is zero within the
     /// rounding of its two products, and for one whose numbers, or those of its inverse, are not
@@ -62,12 +62,12 @@ public:
     bool equals(const GeoAffine &other, double tolerance) const;
 
 private:
-    double mA = 1;
-    double mB = 0;
-    double mC = 0;
-    double mD = 1;
-    double mE = 0;
-    double mF = 0;
+    double m_a = 1;
+    double m_b = 0;
+    double m_c = 0;
+    double m_d = 1;
+    double m_e = 0;
+    double m_f = 0;
 };
 
 } // namespace KivSystem

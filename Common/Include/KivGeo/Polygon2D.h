@@ -39,29 +39,29 @@ public:
     using const_iterator = typename std::vector<Point>::const_iterator;
 
     GeoPolygon2D() = default;
-    GeoPolygon2D(std::initializer_list<Point> points) : mPoints(points) {}
-    explicit GeoPolygon2D(std::vector<Point> points) : mPoints(std::move(points)) {}
+    GeoPolygon2D(std::initializer_list<Point> points) : m_points(points) {}
+    explicit GeoPolygon2D(std::vector<Point> points) : m_points(std::move(points)) {}
 
-    int size() const { return static_cast<int>(mPoints.size()); }
-    bool isEmpty() const { return mPoints.empty(); }
+    int size() const { return static_cast<int>(m_points.size()); }
+    bool isEmpty() const { return m_points.empty(); }
     /// Makes room for that many points in all; a count below the present one does nothing.
-    void reserve(int count) { mPoints.reserve(static_cast<std::size_t>(std::max(count, 0))); }
-    void append(Point point) { mPoints.push_back(std::move(point)); }
-    void clear() { mPoints.clear(); }
+    void reserve(int count) { m_points.reserve(static_cast<std::size_t>(std::max(count, 0))); }
+    void append(Point point) { m_points.push_back(std::move(point)); }
+    void clear() { m_points.clear(); }
 
     /// Indexes are 0-based. These four throw std::out_of_range outside the polygon.
-    Point &operator[](int index) { return mPoints[checked(index)]; }
-    const Point &operator[](int index) const { return mPoints[checked(index)]; }
-    const Point &first() const { return mPoints[checked(0)]; }
-    Point &first() { return mPoints[checked(0)]; }
-    const Point &last() const { return mPoints[checked(size() - 1)]; }
-    Point &last() { return mPoints[checked(size() - 1)]; }
+    Point &operator[](int index) { return m_points[checked(index)]; }
+    const Point &operator[](int index) const { return m_points[checked(index)]; }
+    const Point &first() const { return m_points[checked(0)]; }
+    Point &first() { return m_points[checked(0)]; }
+    const Point &last() const { return m_points[checked(size() - 1)]; }
+    Point &last() { return m_points[checked(size() - 1)]; }
 
-    iterator begin() { return mPoints.begin(); }
-    iterator end() { return mPoints.end(); }
-    const_iterator begin() const { return mPoints.begin(); }
-    const_iterator end() const { return mPoints.end(); }
-    const std::vector<Point> &points() const { return mPoints; }
+    iterator begin() { return m_points.begin(); }
+    iterator end() { return m_points.end(); }
+    const_iterator begin() const { return m_points.begin(); }
+    const_iterator end() const { return m_points.end(); }
+    const std::vector<Point> &points() const { return m_points; }
 
     /// Positive when the points run counter-clockwise, 0 with fewer than three points. Keeps its
     /// digits however far the polygon lies from the origin.
@@ -144,7 +144,7 @@ private:
     template <class Change>
     GeoPolygon2D &changePoints(Change change);
 
-    std::vector<Point> mPoints;
+    std::vector<Point> m_points;
 };
 
 } // namespace KivSystem

@@ -29,8 +29,8 @@ void GeoPolygon2D<Point>::forEachEdge(Visitor visitor) const
     if (isEmpty()) {
         return;
     }
-    const Point *from = &mPoints.back();
-    for (const Point &to : mPoints) {
+    const Point *from = &m_points.back();
+    for (const Point &to : m_points) {
         visitor(*from, to);
         from = &to;
     }
@@ -42,7 +42,7 @@ double GeoPolygon2D<Point>::signedArea() const
     // Taken from the first point: the products of large coordinates would cancel to noise.
     double twice = 0;
     forEachEdge([&](const GeoPoint2D &from, const GeoPoint2D &to) {
-        const GeoPoint2D &base = mPoints.front();
+        const GeoPoint2D &base = m_points.front();
         twice += (from.x - base.x) * (to.y - base.y) - (to.x - base.x) * (from.y - base.y);
     });
     return twice / 2;
@@ -64,12 +64,12 @@ GeoRectangle GeoPolygon2D<Point>::boundingRect() const
     if (isEmpty()) {
         return {};
     }
-    const GeoPoint2D &base = mPoints.front();
+    const GeoPoint2D &base = m_points.front();
     double left = base.x;
     double right = base.x;
     double bottom = base.y;
     double top = base.y;
-    for (const GeoPoint2D &point : mPoints) {
+    for (const GeoPoint2D &point : m_points) {
         left = std::min(left, point.x);
         right = std::max(right, point.x);
         bottom = std::min(bottom, point.y);
@@ -84,7 +84,7 @@ GeoPoint2D GeoPolygon2D<Point>::centroid() const
     if (isEmpty()) {
         return {};
     }
-    const GeoPoint2D base = mPoints.front();
+    const GeoPoint2D base = m_points.front();
     GeoPoint2D moment;
     GeoPoint2D sum;
     double twice = 0;
@@ -141,7 +141,7 @@ template <class Change>
 GeoPolygon2D<Point> &GeoPolygon2D<Point>::changePoints(Change change)
 {
     static_assert(std::is_base_of_v<GeoPoint2D, Point>, "Point must derive from GeoPoint2D");
-    for (GeoPoint2D &point : mPoints) {
+    for (GeoPoint2D &point : m_points) {
         change(point);
     }
     return *this;
@@ -188,7 +188,7 @@ GeoPolygon2D<Point> &GeoPolygon2D<Point>::apply(const GeoAffine &map)
 template <class Point>
 GeoPolygon2D<Point> &GeoPolygon2D<Point>::reverse()
 {
-    std::reverse(mPoints.begin(), mPoints.end());
+    std::reverse(m_points.begin(), m_points.end());
     return *this;
 }
 

@@ -27,20 +27,20 @@ public:
 
     void setRect(double left, double right, double bottom, double top);
 
-    double left() const { return mLeft; }
-    double right() const { return mRight; }
-    double bottom() const { return mBottom; }
-    double top() const { return mTop; }
+    double left() const { return m_left; }
+    double right() const { return m_right; }
+    double bottom() const { return m_bottom; }
+    double top() const { return m_top; }
 
     /// right - left and top - bottom, negative when the sides were given the other way round.
-    double width() const { return mRight - mLeft; }
-    double height() const { return mTop - mBottom; }
+    double width() const { return m_right - m_left; }
+    double height() const { return m_top - m_bottom; }
     GeoSize2D size() const;
 
-    GeoPoint2D leftBottom() const { return {mLeft, mBottom}; }
-    GeoPoint2D rightBottom() const { return {mRight, mBottom}; }
-    GeoPoint2D leftTop() const { return {mLeft, mTop}; }
-    GeoPoint2D rightTop() const { return {mRight, mTop}; }
+    GeoPoint2D leftBottom() const { return {m_left, m_bottom}; }
+    GeoPoint2D rightBottom() const { return {m_right, m_bottom}; }
+    GeoPoint2D leftTop() const { return {m_left, m_top}; }
+    GeoPoint2D rightTop() const { return {m_right, m_top}; }
     GeoPoint2D center() const;
 
     /// The same part of the plane with left <= right and bottom <= top.
@@ -89,10 +89,10 @@ public:
 private:
     bool isNull() const;
 
-    double mLeft = 0;
-    double mRight = 0;
-    double mBottom = 0;
-    double mTop = 0;
+    double m_left = 0;
+    double m_right = 0;
+    double m_bottom = 0;
+    double m_top = 0;
 };
 
 } // namespace KivSystem
