@@ -1,0 +1,107 @@
+#include "KivCore/Dialog.h"
+
+#include "KivCore/Application.h"
+#include "KivCore/Validator.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+
+namespace KivSystem {
+
+namespace {
+
+/// What the dialog calls the field: the text of its label, empty when it has none.
+QString fieldName(const QWidget &dialog, const QLineEdit &lineEdit)
+{
+    for (const QLabel *const label : dialog.findChildren<QLabel *>()) {
+        if (label->buddy() == &lineEdit) {
+            QString name = label->text().remove(QLatin1Char('&')).trimmed();
+            while (name.endsWith(QLatin1Char(':'))) {
+                name.chop(1);
+            }
+            return name.trimmed();
+        }
+    }
+    return lineEdit.accessibleName();
+}
+
+} // namespace
+
+KivDialog::KivDialog(QWidget *parent) : QDialog(parent) {}
+
+KivDialog::~KivDialog() = default;
+
+bool KivDialog::validateInputs()
+{
+    // The focus chain is the tab order, and the order of creation where no other is set. It goes
+    // round the whole window, of which this dialog may be an embedded part.
+    for (QWidget *widget = nextInFocusChain(); widget != this;
+         widget = widget->nextInFocusChain()) {
+        auto *const lineEdit = qobject_cast<QLineEdit *>(widget);
+        if (!lineEdit || !isAncestorOf(lineEdit) || !lineEdit->isVisibleTo(this) ||
+            !lineEdit->isEnabledTo(this)) {
+            continue;
+        }
+        const auto *const validator = qobject_cast<const KivValidatorBase *>(lineEdit->validator());
+        if (validator && !validateInput(lineEdit, validator)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool KivDialog::validateInput(QLineEdit *lineEdit, const KivValidatorBase *validator)
+{
+    const auto [valid, inRange] = validator->validAndInRange(lineEdit->text());
+    if (valid && inRange) {
+        return true;
+    }
+    lineEdit->setFocus(Qt::OtherFocusReason);
+    lineEdit->selectAll();
+    const auto [lowest, highest] = validator->valueRangeStr();
+    const QString name = fieldName(*this, *lineEdit);
+    warn(name.isEmpty() ? tr("Enter a value from %1 to %2.").arg(lowest, highest)
+                        : tr("%1: enter a value from %2 to %3.").arg(name, lowest, highest));
+    return false;
+}
+
+int KivDialog::exec()
+{
+    KivApplication *const application = KivApplication::instance();
+    return application ? application->execDialog(*this) : execModal();
+}
+
+int KivDialog::execModal()
+{
+    return QDialog::exec();
+}
+
+void KivDialog::accept()
+{
+    if (!validateInputs()) {
+        return;
+    }
+    QString message;
+    if (doValidateInputs(message)) {
+        QDialog::accept();
+    } else if (!message.isEmpty()) {
+        warn(message);
+    }
+}
+
+bool KivDialog::doValidateInputs(QString &)
+{
+    return true;
+}
+
+void KivDialog::warn(const QString &message)
+{
+    if (const KivApplication *const application = KivApplication::instance()) {
+        application->displayWarning(message, windowTitle(), this);
+    } else {
+        QMessageBox::warning(this, windowTitle(), message);
+    }
+}
+
+} // namespace KivSystem
