@@ -41,6 +41,20 @@ TEST(MarkerFile, SavingWhatWasLoadedGivesTheSameBytes)
     EXPECT_EQ(brokenRule(*document->drawing()), QString());
 }
 
+TEST(MarkerFile, SamplesAreSavedAsTheyStand)
+{
+    const QDir samples(QStringLiteral(KIV_SOURCE_DIR "/Samples"));
+    const QStringList names = samples.entryList({QStringLiteral("*.mar")});
+    EXPECT_GE(names.size(), 2);
+    for (const QString &name : names) {
+        QFile file(samples.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        const auto document = MarkerFile::load(file.fileName());
+        EXPECT_EQ(brokenRule(*document->drawing()), QString());
+        EXPECT_TRUE(MarkerFile::toBytes(*document) == file.readAll()) << name.toStdString();
+    }
+}
+
 TEST(MarkerFile, EveryPartOfTheFileReachesTheDrawing)
 {
     const auto document = MarkerFile::parse(fullMarker(), QStringLiteral("/some/full.tee.mar"));
