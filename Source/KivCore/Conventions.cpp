@@ -66,7 +66,9 @@ private:
         if (!m_settings.contains(key)) {
             return std::nullopt;
         }
-        return m_settings.value(key).toStringList().join(QLatin1Char(',')).trimmed();
+        const QVariant value = m_settings.value(key);
+        const bool isList = value.type() == QVariant::StringList;
+        return (isList ? value.toStringList().join(QLatin1Char(',')) : value.toString()).trimmed();
     }
 
     void report(const QString &key, const QString &text, const QString &expected) const

@@ -52,5 +52,13 @@ TEST(Conventions, BadSettingsFallBackAndAreReportedByKeyAndValue)
     }
 }
 
+TEST(Conventions, ANumberThatWasStoredAsSuchIsReadBeforeItComesBackFromTheDisk)
+{
+    const QTemporaryDir directory;
+    QSettings settings(directory.filePath("a.ini"), QSettings::IniFormat);
+    settings.setValue("units/decimals", 3);
+    EXPECT_EQ(conventionsFromSettings(settings).decimals, 3);
+}
+
 } // namespace
 } // namespace KivSystem
