@@ -1,0 +1,169 @@
+#include "CommandLine.h"
+
+#include "Console.h"
+
+#include <CLI/CLI.hpp>
+
+#include <ostream>
+
+namespace KivSystem {
+
+namespace {
+
+CLI::Option *addText(
+    CLI::App &app, const char *name, QString &target, const char *help, const char *value = "")
+{
+    return app
+        .add_option_function<std::string>(
+            name, [&target](const std::string &text) { target = QString::fromStdString(text); },
+            help)
+        ->type_name(value);
+}
+
+// An option that may be repeated and takes one value each time.
+CLI::Option *addTexts(
+    CLI::App &app, const char *name, QStringList &target, const char *help, const char *value)
+{
+    return app
+        .add_option_function<std::vector<std::string>>(
+            name,
+            [&target](const std::vector<std::string> &texts) {
+                for (const std::string &text : texts) {
+                    target.append(QString::fromStdString(text));
+                }
+            },
+            help)
+        ->allow_extra_args(false)
+        ->type_name(value);
+}
+
+void addJson(CLI::App &app, bool &target)
+{
+    app.add_flag("--json", target, "Print JSON");
+}
+
+void addFormats(CLI::App &app, FormatsOptions &options)
+{
+    CLI::App *verb = app.add_subcommand("formats", "List the export formats");
+    addJson(*verb, options.json);
+}
+
+void addInfo(CLI::App &app, InfoOptions &options)
+{
+    CLI::App *verb = app.add_subcommand("info", "Tell what a marker holds");
+    addText(*verb, "MARKER", options.marker, "Marker file")->required();
+    addJson(*verb, options.json);
+}
+
+void addImport(CLI::App &app, ImportOptions &options)
+{
+    CLI::App *verb = app.add_subcommand("import", "Make a marker of a nesting instance");
+    addText(*verb, "INSTANCE", options.instance, "Nesting instance in JSON")->required();
+    addText(*verb, "--layout", options.layout, "Layout of the instance in SVG: places the pieces",
+        "FILE");
+    verb->add_option("--unit", options.unit, "Centimetres for a unit of the instance")
+        ->required()
+        ->type_name("CM");
+    addText(*verb, "-o,--output", options.output, "Marker file to write", "FILE")->required();
+}
+
+void addExport(CLI::App &app, ExportOptions &options)
+{
+    CLI::App *verb = app.add_subcommand("export", "Write a marker in other formats");
+    addText(*verb, "MARKER", options.marker, "Marker file")->required();
+    CLI::Option *formats = addTexts(
+        *verb, "--format", options.formats, "Name or tag of a format; may be repeated", "NAME");
+    verb->add_flag("--all", options.all, "All formats")->excludes(formats);
+    addText(*verb, "-o,--output", options.directory, "Directory to write to", "DIR")->required();
+    addTexts(
+        *verb, "--set", options.settings, "A setting for this run; may be repeated", "NAME=VALUE");
+    addText(*verb, "--fields", options.fields, "Fields of the text file, such as 0,3,7", "LIST");
+    verb->add_option_function<std::string>(
+            "--not-optimised",
+            [&options](
+                const std::string &answer) { options.exportNotOptimised = answer == "continue"; },
+            "What to do with polygons that are not optimised: continue or stop (default)")
+        ->check(CLI::IsMember({"continue", "stop"}))
+        ->type_name("ANSWER");
+    addText(*verb, "--settings", options.settingsFile,
+        "Settings file in place of the user's own settings", "FILE");
+    addJson(*verb, options.json);
+}
+
+void addSettings(CLI::App &app, SettingsOptions &options)
+{
+    CLI::App *verb = app.add_subcommand("settings", "List the settings");
+    addJson(*verb, options.json);
+}
+
+// What a definition cannot tell. Empty when all is well.
+std::string findFault(const CLI::App &app, const ExportOptions &options)
+{
+    if (!app.got_subcommand("export")) {
+        return {};
+    }
+    if (options.formats.isEmpty() && !options.all) {
+        return "one of --format and --all is required";
+    }
+    return options.directory.isEmpty() ? "--output: expected a directory" : std::string();
+}
+
+} // namespace
+
+CommandLine parseCommandLine(
+    int count, const char *const *arguments, std::ostream &out, std::ostream &err)
+{
+    CommandLine result;
+    FormatsOptions formats;
+    InfoOptions info;
+    ImportOptions import;
+    ExportOptions exported;
+    SettingsOptions settings;
+
+    CLI::App app("Looks into markers and exports them", "kivhost");
+    app.fallthrough(); // the general options may also stand behind the verb
+    app.set_help_flag("-h,--help", "Print this help");
+    app.set_version_flag("--version", "kivhost " KIV_VERSION);
+    addText(app, "--plugins", result.plugins, "Directory of the plug-ins", "DIR");
+    addFormats(app, formats);
+    addInfo(app, info);
+    addImport(app, import);
+    addExport(app, exported);
+    addSettings(app, settings);
+
+    if (count < 2) {
+        err << app.help();
+        result.exitStatus = ExitWrongUsage;
+        return result;
+    }
+    try {
+        app.require_subcommand(1);
+        app.parse(count, arguments);
+        const std::string fault = findFault(app, exported);
+        if (!fault.empty()) {
+            throw CLI::ValidationError(fault);
+        }
+    } catch (const CLI::Success &success) { // help or version, as asked for
+        result.exitStatus = app.exit(success, out, err);
+        return result;
+    } catch (const CLI::ParseError &error) {
+        err << "kivhost: " << error.what() << "\nRun with --help for more information.\n";
+        result.exitStatus = ExitWrongUsage;
+        return result;
+    }
+
+    if (app.got_subcommand("formats")) {
+        result.verb = formats;
+    } else if (app.got_subcommand("info")) {
+        result.verb = info;
+    } else if (app.got_subcommand("import")) {
+        result.verb = import;
+    } else if (app.got_subcommand("export")) {
+        result.verb = exported;
+    } else {
+        result.verb = settings;
+    }
+    return result;
+}
+
+} // namespace KivSystem

@@ -1,0 +1,58 @@
+#include "CommandLineInterface.h"
+
+#include "Console.h"
+#include "ExportStaging.h"
+#include "KivCore/Dialog.h"
+
+namespace KivSystem {
+
+CommandLineInterface::CommandLineInterface(const Console &console) : m_console(console) {}
+
+CommandLineInterface::~CommandLineInterface() = default;
+
+void CommandLineInterface::beginExport(ExportStaging *staging, bool continueWhenAsked)
+{
+    m_staging = staging;
+    m_continueWhenAsked = continueWhenAsked;
+    m_reason.clear();
+}
+
+MainWindow *CommandLineInterface::mainWindow() const
+{
+    return &m_mainWindow;
+}
+
+QString CommandLineInterface::getSaveFileName(
+    const QStringList &, const QString &, const QString &proposedName, int *, QWidget *)
+{
+    return m_staging == nullptr ? QString() : m_staging->addFile(proposedName);
+}
+
+int CommandLineInterface::confirmContinue(const QString &message, const QString &,
+    const QString &button1, const QString &, const QString &button3, QWidget *)
+{
+    const QString &answer = m_continueWhenAsked ? button1 : button3;
+    const QString question =
+        QStringLiteral("%1 (answered: %2)").arg(message.simplified(), answer.trimmed());
+    if (m_continueWhenAsked) {
+        m_console.message(question);
+        return 0;
+    }
+    m_reason = question; // told when the export ends
+    return 2;
+}
+
+void CommandLineInterface::displayWarning(const QString &message, const QString &, QWidget *)
+{
+    m_reason = message.simplified();
+    m_console.message(m_reason);
+}
+
+int CommandLineInterface::execDialog(KivDialog &dialog)
+{
+    dialog.setResult(QDialog::Rejected);
+    dialog.accept();
+    return dialog.result();
+}
+
+} // namespace KivSystem

@@ -1,0 +1,301 @@
+#include "HostSettings.h"
+
+#include "Console.h"
+#include "KivCore/Conventions.h"
+#include "KivCore/Locale.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QSettings>
+
+#include <optional>
+
+namespace KivSystem {
+
+namespace {
+
+constexpr int kTextFields = 22; // fields of the text export, numbered from 0
+
+// A word out of a list, in small letters.
+SettingType choice(const QStringList &words)
+{
+    return {QStringLiteral("one of %1").arg(words.join(QStringLiteral(", "))),
+        [words](const QString &text) {
+            return words.contains(text.toLower()) ? QVariant(text.toLower()) : QVariant();
+        },
+        [](const QVariant &value) { return value.toString(); }};
+}
+
+// Stored as a text, as it comes out of a store file again.
+SettingType wholeNumber(int lowest, int highest)
+{
+    return {QStringLiteral("a whole number from %1 to %2").arg(lowest).arg(highest),
+        [lowest, highest](const QString &text) {
+            bool isNumber = false;
+            const int number = text.toInt(&isNumber);
+            return isNumber && number >= lowest && number <= highest
+                       ? QVariant(QString::number(number))
+                       : QVariant();
+        },
+        [](const QVariant &value) { return value.toString(); }};
+}
+
+SettingType flag()
+{
+    return {QStringLiteral("true or false"),
+        [](const QString &text) {
+            return text == QLatin1String("true") || text == QLatin1String("false")
+                       ? QVariant(text == QLatin1String("true"))
+                       : QVariant();
+        },
+        // A store file keeps a flag as a word or as a number.
+        [](const QVariant &value) {
+            const QString text = value.toString();
+            return text == QLatin1String("1")   ? QStringLiteral("true")
+                   : text == QLatin1String("0") ? QStringLiteral("false")
+                                                : text;
+        }};
+}
+
+std::optional<char> fromHexadecimal(const QString &digits)
+{
+    bool isNumber = false;
+    const int code = digits.toInt(&isNumber, 16);
+    if (digits.size() != 2 || !isNumber || code < 0) {
+        return std::nullopt;
+    }
+    return static_cast<char>(code);
+}
+
+// Text with the escapes \t, \n, \r, \\ and \xHH; invalid for any other escape.
+QVariant bytesFromText(const QString &text)
+{
+    static const QString letters = QStringLiteral("tnr\\");
+    QByteArray bytes;
+    for (int at = 0; at < text.size(); ++at) {
+        if (text[at] != QLatin1Char('\\')) {
+            const int units = text[at].isHighSurrogate() ? 2 : 1;
+            bytes += text.midRef(at, units).toUtf8();
+            at += units - 1;
+            continue;
+        }
+        const int letter = ++at < text.size() ? letters.indexOf(text[at]) : -1;
+        if (letter >= 0) {
+            bytes += "\t\n\r\\"[letter];
+        } else if (at < text.size() && text[at] == QLatin1Char('x')) {
+            const auto byte = fromHexadecimal(text.mid(at + 1, 2));
+            if (!byte) {
+                return {};
+            }
+            bytes += *byte;
+            at += 2;
+        } else {
+            return {};
+        }
+    }
+    return bytes;
+}
+
+QString bytesToText(const QVariant &value)
+{
+    QString text;
+    for (const char byte : value.toByteArray()) {
+        const auto code = static_cast<unsigned char>(byte);
+        if (byte == '\t') {
+            text += QStringLiteral("\\t");
+        } else if (byte == '\n') {
+            text += QStringLiteral("\\n");
+        } else if (byte == '\r') {
+            text += QStringLiteral("\\r");
+        } else if (byte == '\\') {
+            text += QStringLiteral("\\\\");
+        } else if (code < 0x20 || code >= 0x7F) {
+            text += QStringLiteral("\\x%1").arg(int(code), 2, 16, QLatin1Char('0'));
+        } else {
+            text += QLatin1Char(byte);
+        }
+    }
+    return text;
+}
+
+SettingType separator()
+{
+    return {QStringLiteral("a text, in which \\t, \\n, \\r, \\\\ and \\xHH stand for bytes"),
+        bytesFromText, bytesToText};
+}
+
+SettingType fieldList()
+{
+    return {QStringLiteral("field numbers from 0 to %1 with commas between").arg(kTextFields - 1),
+        [](const QString &text) {
+            const QStringList numbers = text.split(QLatin1Char(','));
+            QStringList fields;
+            for (const QString &number : numbers) {
+                bool isNumber = false;
+                const int field = number.toInt(&isNumber);
+                if (!isNumber || field < 0 || field >= kTextFields) {
+                    return QVariant();
+                }
+                fields.append(QString::number(field));
+            }
+            return QVariant(fields);
+        },
+        [](const QVariant &value) { return value.toStringList().join(QLatin1Char(',')); }};
+}
+
+void copySettings(const QSettings &from, QSettings &to)
+{
+    const QStringList keys = from.allKeys();
+    for (const QString &key : keys) {
+        to.setValue(key, from.value(key));
+    }
+}
+
+// The directory under which the store of a scope lies now, as QSettings::setPath takes it.
+QString storePath(QSettings::Scope scope)
+{
+    const QSettings store(QSettings::IniFormat, scope, QCoreApplication::organizationName(),
+        QCoreApplication::applicationName());
+    QDir directory = QFileInfo(store.fileName()).absoluteDir();
+    directory.cdUp();
+    return directory.path();
+}
+
+void setStorePaths(const QString &user, const QString &system)
+{
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, user);
+    QSettings::setPath(QSettings::IniFormat, QSettings::SystemScope, system);
+}
+
+QString expectation(const Setting &setting, const QString &found)
+{
+    return QStringLiteral("setting %1: found \"%2\", expected %3")
+        .arg(setting.name, found, setting.type.meaning);
+}
+
+void checkStore(const QSettings &store, const QString &file)
+{
+    if (store.status() != QSettings::NoError) {
+        throw HostError(ExitUnreadable, QStringLiteral("%1: is not a settings file").arg(file));
+    }
+    for (const Setting &setting : hostSettings()) {
+        const QString fault = findStoredFault(setting, store);
+        if (!fault.isEmpty()) {
+            throw HostError(ExitUnreadable, QStringLiteral("%1: %2").arg(file, fault));
+        }
+    }
+}
+
+} // namespace
+
+const std::vector<Setting> &hostSettings()
+{
+    const QStringList units = {QStringLiteral("cm"), QStringLiteral("mm"), QStringLiteral("in")};
+    static const std::vector<Setting> settings = {
+        {QStringLiteral("unit"), QStringLiteral("units/length"), choice(units),
+            QStringLiteral("cm"), QStringLiteral("unit of lengths")},
+        {QStringLiteral("ruler_x"), QStringLiteral("units/rulerX"), choice(units),
+            QStringLiteral("as unit"), QStringLiteral("unit along the fabric in exported texts")},
+        {QStringLiteral("ruler_y"), QStringLiteral("units/rulerY"), choice(units),
+            QStringLiteral("as unit"), QStringLiteral("unit across the fabric in exported texts")},
+        {QStringLiteral("decimals"), QStringLiteral("units/decimals"),
+            wholeNumber(0, KivConventions::kMaximumDecimals), QStringLiteral("by unit"),
+            QStringLiteral("decimals of all numbers that are shown")},
+        {QStringLiteral("field_separator"), QStringLiteral("text_export/option/_0"), separator(),
+            QStringLiteral("\\t"), QStringLiteral("between two fields of the text file")},
+        {QStringLiteral("repeat_separator"), QStringLiteral("text_export/option/_1"), separator(),
+            QStringLiteral("\\x1d"), QStringLiteral("between the entries of a repeated field")},
+        {QStringLiteral("one_line_per_size"), QStringLiteral("text_export/option/_2"), flag(),
+            QStringLiteral("false"), QStringLiteral("the text file has a line for each size")},
+        {QStringLiteral("fields"), QStringLiteral("marker_export_list"), fieldList(),
+            QStringLiteral("all"), QStringLiteral("fields of the text file, in their order")},
+    };
+    return settings;
+}
+
+SettingValue parseSetting(const QString &assignment)
+{
+    const int equals = assignment.indexOf(QLatin1Char('='));
+    if (equals < 1) {
+        throw HostError(
+            ExitWrongUsage, QStringLiteral("setting \"%1\": expected NAME=VALUE").arg(assignment));
+    }
+    const QString name = assignment.left(equals);
+    const QString text = assignment.mid(equals + 1);
+    for (const Setting &setting : hostSettings()) {
+        if (setting.name == name) {
+            const QVariant value = setting.type.parse(text);
+            if (!value.isValid()) {
+                throw HostError(ExitWrongUsage, expectation(setting, text));
+            }
+            return {&setting, value};
+        }
+    }
+    throw HostError(ExitWrongUsage,
+        QStringLiteral("there is no setting \"%1\"; \"kivhost settings\" lists them").arg(name));
+}
+
+QString currentText(const Setting &setting, const QSettings &store)
+{
+    return store.contains(setting.key) ? setting.type.format(store.value(setting.key))
+                                       : setting.defaultText;
+}
+
+QString findStoredFault(const Setting &setting, const QSettings &store)
+{
+    const QString text = store.contains(setting.key) ? currentText(setting, store) : QString();
+    return text.isEmpty() || setting.type.parse(text).isValid() ? QString()
+                                                                : expectation(setting, text);
+}
+
+SettingsOverlay::SettingsOverlay(const QString &file, const std::vector<SettingValue> &values)
+    : m_userPath(storePath(QSettings::UserScope))
+    , m_systemPath(storePath(QSettings::SystemScope))
+{
+    if (!m_directory.isValid()) {
+        throw HostError(ExitFailed, QStringLiteral("%1: a copy of the settings cannot be made: %2")
+                                        .arg(QDir::tempPath(), m_directory.errorString()));
+    }
+    m_cleanup = std::make_unique<Interruption::Cleanup>(
+        [this] { QDir(m_directory.path()).removeRecursively(); });
+
+    QSettings copy(m_directory.filePath(QStringLiteral("%1/%2.ini")
+                                            .arg(QCoreApplication::organizationName(),
+                                                QCoreApplication::applicationName())),
+        QSettings::IniFormat);
+    if (file.isEmpty()) {
+        copySettings(QSettings(), copy);
+    } else {
+        requireReadableFile(file);
+        const QSettings store(file, QSettings::IniFormat);
+        checkStore(store, file);
+        copySettings(store, copy);
+    }
+    for (const SettingValue &value : values) {
+        copy.setValue(value.setting->key, value.value);
+    }
+    copy.sync();
+    if (copy.status() != QSettings::NoError) {
+        throw HostError(ExitFailed,
+            QStringLiteral("%1: a copy of the settings cannot be written").arg(copy.fileName()));
+    }
+    // What the whole machine has set is in the copy of the user's settings, or is not wanted.
+    setStorePaths(m_directory.path(), m_directory.filePath(QStringLiteral("system")));
+}
+
+SettingsOverlay::~SettingsOverlay()
+{
+    setStorePaths(m_userPath, m_systemPath);
+}
+
+void applyConventions(const Console &console)
+{
+    QStringList problems;
+    KivLocale::setApplicationConventions(conventionsFromSettings(QSettings(), &problems));
+    for (const QString &problem : qAsConst(problems)) {
+        console.message(problem);
+    }
+}
+
+} // namespace KivSystem

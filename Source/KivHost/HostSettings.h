@@ -1,0 +1,87 @@
+// HostSettings: the settings that the command line can show and set, and the store of one run.
+//
+//     const SettingValue value = parseSetting("field_separator=\\x3B");
+//     const SettingsOverlay overlay({}, {value});    // QSettings() is a copy with ";" from here on
+#ifndef KIVHOST_HOSTSETTINGS_H
+#define KIVHOST_HOSTSETTINGS_H
+
+#include "Interruption.h"
+
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <QVariant>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+class QSettings;
+
+namespace KivSystem {
+
+struct Console;
+
+/// How a setting reads on the command line and in the store.
+struct SettingType
+{
+    QString meaning; ///< what a value may be, as in "expected a whole number from 0 to 6"
+    /// The value to store; invalid when the text is none.
+    std::function<QVariant(const QString &)> parse;
+    /// The reverse, also for what a store file holds.
+    std::function<QString(const QVariant &)> format;
+};
+
+struct Setting
+{
+    QString name; ///< on the command line
+    QString key;  ///< in the store
+    SettingType type;
+    QString defaultText; ///< what holds when nothing is stored
+    QString meaning;
+};
+
+/// All settings, in the order in which they are listed.
+const std::vector<Setting> &hostSettings();
+
+struct SettingValue
+{
+    const Setting *setting = nullptr;
+    QVariant value;
+};
+
+/// From "NAME=VALUE". Throws HostError (ExitWrongUsage).
+SettingValue parseSetting(const QString &assignment);
+
+/// The stored value as text; the default when there is none.
+QString currentText(const Setting &setting, const QSettings &store);
+
+/// Why the stored value is none that the setting can have; empty when it is one or nothing is
+/// stored.
+QString findStoredFault(const Setting &setting, const QSettings &store);
+
+/// While it lives QSettings() is a store of its own: a copy of `file`, or of the user's settings
+/// when that is empty, with `values` over it. Neither original is changed.
+class SettingsOverlay
+{
+public:
+    /// Throws HostError: a file that cannot be read, or in which a known setting has a bad value
+    /// (ExitUnreadable); no place for the copy (ExitFailed).
+    SettingsOverlay(const QString &file, const std::vector<SettingValue> &values);
+    ~SettingsOverlay();
+    SettingsOverlay(const SettingsOverlay &) = delete;
+    SettingsOverlay &operator=(const SettingsOverlay &) = delete;
+
+private:
+    QTemporaryDir m_directory;
+    QString m_userPath;
+    QString m_systemPath;
+    std::unique_ptr<Interruption::Cleanup> m_cleanup;
+};
+
+/// Makes KivLocale use the units of the present store; bad values are told and passed over.
+void applyConventions(const Console &console);
+
+} // namespace KivSystem
+
+#endif

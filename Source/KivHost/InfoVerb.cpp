@@ -1,0 +1,306 @@
+#include "Console.h"
+#include "HostSettings.h"
+#include "KivCore/Locale.h"
+#include "KivMarker/Document.h"
+#include "KivMarker/Drawing.h"
+#include "KivMarker/MarkerFile.h"
+#include "KivMarker/Polygon.h"
+#include "Verbs.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+namespace KivSystem {
+
+namespace {
+
+struct LayerFacts
+{
+    double width = 0;
+    double length = 0;
+    double efficiency = 0; // percent
+    short garments = 0;
+    short placed = 0;
+    short toPlace = 0;
+    int standBy = 0;
+};
+
+struct PieceFacts
+{
+    const CDbPieceObject *piece = nullptr;
+    QString style;
+    QStringList sizes;
+    int ordered = 0;
+    int placed = 0;
+    int left = 0; // in the chart
+};
+
+// Calls visit(number) for the numbers of layers or sizes, which count from 1.
+template <class Visitor>
+void forEachNumber(int count, Visitor visit)
+{
+    for (int number = 1; number <= count; ++number) {
+        visit(static_cast<short>(number));
+    }
+}
+
+// Calls visit(group, polygon) for all that lies in a layer.
+template <class Visitor>
+void forEachPolygon(const CDbFabricObject &fabric, short layer, Visitor visit)
+{
+    for (const auto &group : fabric.findLayer(layer)->groups) {
+        for (const CDbPolygon *polygon = group->firstPolygon; polygon != nullptr;
+             polygon = polygon->nextPolygon) {
+            visit(*group, *polygon);
+        }
+    }
+}
+
+LayerFacts layerFacts(const CDbFabricObject &fabric, short layer)
+{
+    LayerFacts facts;
+    double area = 0;
+    fabric.calculateTheValuesToDisplayInALayer(
+        layer, nullptr, &facts.garments, &facts.toPlace, &facts.placed, &facts.length, &area);
+    facts.width = fabric.getFabricLayerWidth(layer);
+    facts.efficiency = fabric.returnPlacementEfficiencyFactor(facts.width, facts.length, area);
+    forEachPolygon(fabric, layer, [&facts](const CDbGrPolysObject &group, const CDbPolygon &) {
+        facts.standBy += group.groupPlace() == PlacedInStandBy ? 1 : 0;
+    });
+    return facts;
+}
+
+QString sizeText(const CDbStyleObject *style, short number)
+{
+    const std::vector<StyleSize> sizes = style ? style->sizes() : std::vector<StyleSize>();
+    for (const StyleSize &size : sizes) {
+        if (size.number == number) {
+            return size.special.isEmpty() ? size.name
+                                          : QStringLiteral("%1 %2").arg(size.name, size.special);
+        }
+    }
+    return QString::number(number);
+}
+
+std::vector<PieceFacts> pieceFacts(const CDbMarkerDrawing &drawing, const CDbFabricObject &fabric)
+{
+    std::vector<PieceFacts> pieces;
+    for (const CDbPieceObject *piece = fabric.firstPiece(); piece; piece = piece->getNextPiece()) {
+        PieceFacts facts;
+        facts.piece = piece;
+        const CDbStyleObject *style = drawing.getStyle(static_cast<short>(piece->getStyleNo() - 1));
+        facts.style = style ? style->getStyleName() : QString();
+        forEachNumber(piece->getNumberOfSizes(), [&](short size) {
+            facts.sizes.append(sizeText(style, piece->getPieceSize(size).sizeNumber));
+            forEachNumber(fabric.layerCount(), [&](short layer) {
+                facts.left += piece->getQtyPieceSizeLayer(size, true, layer) +
+                              piece->getQtyPieceSizeLayer(size, false, layer);
+            });
+        });
+        forEachNumber(fabric.layerCount(),
+            [&](short layer) { facts.ordered += piece->orderedInLayer(layer); });
+        pieces.push_back(facts);
+    }
+    const auto countPlaced = [&](const CDbGrPolysObject &group, const CDbPolygon &polygon) {
+        if (group.groupPlace() == PlacedOnMarker && polygon.pieceIndex > 0) {
+            ++pieces[static_cast<std::size_t>(polygon.pieceIndex - 1)].placed;
+        }
+    };
+    forEachNumber(
+        fabric.layerCount(), [&](short layer) { forEachPolygon(fabric, layer, countPlaced); });
+    return pieces;
+}
+
+QString typeWord(int fabricType)
+{
+    switch (fabricType) {
+    case FoldOnBottom:
+        return QStringLiteral("foldBottom");
+    case FoldOnTop:
+        return QStringLiteral("foldTop");
+    case TubularFabric:
+        return QStringLiteral("tubular");
+    default:
+        return QStringLiteral("plain");
+    }
+}
+
+QString dateText(const SummaryInfo &summary)
+{
+    return SummaryInfo::isValidStamped(summary.dateStamp)
+               ? summary.dateStamp.toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss"))
+               : QString();
+}
+
+// ---- JSON: lengths in centimetres, angles in degrees, efficiency in percent ----
+
+QJsonObject rulesJson(const PlacementRules &rules)
+{
+    return {{QStringLiteral("rotationStep"), rules.rotationStep},
+        {QStringLiteral("fineRotation"), rules.fineRotation},
+        {QStringLiteral("flipX"), rules.flipX}, {QStringLiteral("flipY"), rules.flipY}};
+}
+
+QJsonObject layerJson(const QString &name, const LayerFacts &facts)
+{
+    return {{QStringLiteral("name"), name}, {QStringLiteral("width"), facts.width},
+        {QStringLiteral("length"), facts.length}, {QStringLiteral("efficiency"), facts.efficiency},
+        {QStringLiteral("garments"), facts.garments}, {QStringLiteral("placed"), facts.placed},
+        {QStringLiteral("toPlace"), facts.toPlace}, {QStringLiteral("standBy"), facts.standBy}};
+}
+
+QJsonObject pieceJson(const PieceFacts &facts)
+{
+    QJsonObject json{{QStringLiteral("name"), facts.piece->getName()},
+        {QStringLiteral("style"), facts.style},
+        {QStringLiteral("sizes"), QJsonArray::fromStringList(facts.sizes)},
+        {QStringLiteral("ordered"), facts.ordered}, {QStringLiteral("placed"), facts.placed},
+        {QStringLiteral("left"), facts.left}};
+    if (facts.piece->ownRules()) {
+        json.insert(QStringLiteral("rules"), rulesJson(*facts.piece->ownRules()));
+    }
+    return json;
+}
+
+QJsonObject fabricJson(const CDbMarkerDrawing &drawing, const CDbFabricObject &fabric)
+{
+    QJsonArray layers;
+    forEachNumber(fabric.layerCount(), [&](short layer) {
+        layers.append(layerJson(
+            drawing.getLayerObjectTable()[layer - 1]->layerName, layerFacts(fabric, layer)));
+    });
+    QJsonArray pieces;
+    for (const PieceFacts &facts : pieceFacts(drawing, fabric)) {
+        pieces.append(pieceJson(facts));
+    }
+    return {{QStringLiteral("name"), fabric.fabricName},
+        {QStringLiteral("type"), typeWord(fabric.fabricType)},
+        {QStringLiteral("status"), fabric.fabricStatus}, {QStringLiteral("oneWay"), fabric.oneWay},
+        {QStringLiteral("gapX"), fabric.getGapInX()}, {QStringLiteral("gapY"), fabric.getGapInY()},
+        {QStringLiteral("rules"), rulesJson(fabric.rules)}, {QStringLiteral("layers"), layers},
+        {QStringLiteral("pieces"), pieces}};
+}
+
+QJsonObject documentJson(const DocumentMak &document)
+{
+    const CDbMarkerDrawing &drawing = *document.drawing();
+    const SummaryInfo &summary = drawing.summaryInfo();
+    QJsonArray layers;
+    for (const CDbLayerObject *layer : drawing.getLayerObjectTable()) {
+        layers.append(layer->layerName);
+    }
+    QJsonArray fabrics;
+    for (const CDbFabricObject *fabric : drawing.getFabricsTable()) {
+        fabrics.append(fabricJson(drawing, *fabric));
+    }
+    return {{QStringLiteral("name"), document.name()}, {QStringLiteral("path"), drawing.filePath},
+        {QStringLiteral("summary"), QJsonObject{{QStringLiteral("keywords"), summary.keywords},
+                                        {QStringLiteral("comments"), summary.comments},
+                                        {QStringLiteral("dateStamp"), dateText(summary)}}},
+        {QStringLiteral("layers"), layers}, {QStringLiteral("fabrics"), fabrics}};
+}
+
+// ---- text ----
+
+QString rulesText(const PlacementRules &rules)
+{
+    QStringList words;
+    words.append(rules.rotationStep == 0
+                     ? QStringLiteral("no turning")
+                     : QStringLiteral("turning by %1")
+                           .arg(KivLocale().formatAngle(rules.rotationStep, KivLocale::WithUnit)));
+    if (rules.fineRotation > 0) {
+        words.append(QStringLiteral("tilt up to %1")
+                         .arg(KivLocale().formatAngle(rules.fineRotation, KivLocale::WithUnit)));
+    }
+    if (rules.flipX) {
+        words.append(QStringLiteral("flip in X"));
+    }
+    if (rules.flipY) {
+        words.append(QStringLiteral("flip in Y"));
+    }
+    return words.join(QStringLiteral(", "));
+}
+
+QString layerText(const QString &name, const LayerFacts &facts)
+{
+    const KivLocale locale;
+    return QStringLiteral("layer \"%1\": width %2, length %3, efficiency %4, garments %5, placed "
+                          "%6, to place %7, stand-by %8")
+        .arg(name, locale.formatLength(facts.width, KivLocale::WithUnit),
+            locale.formatLength(facts.length, KivLocale::WithUnit),
+            locale.formatPercentage(facts.efficiency / 100, KivLocale::WithUnit),
+            QString::number(facts.garments), QString::number(facts.placed),
+            QString::number(facts.toPlace), QString::number(facts.standBy));
+}
+
+QString pieceText(const PieceFacts &facts)
+{
+    const auto &rules = facts.piece->ownRules();
+    return QStringLiteral("piece \"%1\", style \"%2\", sizes %3: ordered %4, placed %5, left %6%7")
+        .arg(facts.piece->getName(), facts.style, facts.sizes.join(QStringLiteral(", ")),
+            QString::number(facts.ordered), QString::number(facts.placed),
+            QString::number(facts.left),
+            rules ? QStringLiteral("; ") + rulesText(*rules) : QString());
+}
+
+void printFabric(QTextStream &out, const CDbMarkerDrawing &drawing, const CDbFabricObject &fabric)
+{
+    out << "fabric \"" << onOneLine(fabric.fabricName) << "\": " << typeWord(fabric.fabricType)
+        << ", status " << fabric.fabricStatus << (fabric.oneWay ? ", one way, " : ", two ways, ")
+        << rulesText(fabric.rules) << '\n';
+    forEachNumber(fabric.layerCount(), [&](short layer) {
+        const QString name = drawing.getLayerObjectTable()[layer - 1]->layerName;
+        out << "    " << onOneLine(layerText(name, layerFacts(fabric, layer))) << '\n';
+    });
+    for (const PieceFacts &facts : pieceFacts(drawing, fabric)) {
+        out << "    " << onOneLine(pieceText(facts)) << '\n';
+    }
+}
+
+void printDocument(QTextStream &out, const DocumentMak &document)
+{
+    const CDbMarkerDrawing &drawing = *document.drawing();
+    const SummaryInfo &summary = drawing.summaryInfo();
+    QStringList layers;
+    for (const CDbLayerObject *layer : drawing.getLayerObjectTable()) {
+        layers.append(layer->layerName);
+    }
+    const std::pair<const char *, QString> lines[] = {
+        {"name", document.name()},
+        {"path", drawing.filePath},
+        {"keywords", summary.keywords},
+        {"comments", summary.comments},
+        {"date stamp", dateText(summary)},
+        {"layers", layers.join(QStringLiteral(", "))},
+    };
+    for (const auto &[title, text] : lines) {
+        if (!text.isEmpty()) {
+            out << title << ": " << onOneLine(text) << '\n';
+        }
+    }
+    for (const CDbFabricObject *fabric : drawing.getFabricsTable()) {
+        printFabric(out, drawing, *fabric);
+    }
+}
+
+} // namespace
+
+int showInfo(const InfoOptions &options, const Console &console)
+{
+    requireReadableFile(options.marker);
+    applyConventions(console);
+    try {
+        const std::unique_ptr<DocumentMak> document = MarkerFile::load(options.marker);
+        if (options.json) {
+            console.json(documentJson(*document));
+        } else {
+            printDocument(console.out, *document);
+        }
+    } catch (const MarkerFileError &error) {
+        throw HostError(ExitUnreadable, error.message());
+    }
+    return ExitDone;
+}
+
+} // namespace KivSystem

@@ -1,0 +1,146 @@
+#include "HostSettings.h"
+#include "HostTestSupport.h"
+#include "KivCore/Locale.h"
+
+#include <QSettings>
+
+namespace KivSystem {
+namespace {
+
+TEST(HostSettings, AssignmentsAreStoredAsThePlugInReadsThem)
+{
+    const struct
+    {
+        QString assignment;
+        QString key;
+        QVariant value;
+    } cases[] = {
+        {"unit=mm", "units/length", "mm"},
+        {"ruler_x=IN", "units/rulerX", "in"},
+        {"ruler_y=cm", "units/rulerY", "cm"},
+        {"decimals=0", "units/decimals", "0"},
+        {"decimals=+6", "units/decimals", "6"},
+        {"field_separator=\\t", "text_export/option/_0", QByteArray("\t")},
+        {"field_separator= = ", "text_export/option/_0", QByteArray(" = ")},
+        {"field_separator=", "text_export/option/_0", QByteArray("")},
+        {"repeat_separator=a\\x00\\xfF\\\\\\n\\r", "text_export/option/_1",
+            QByteArray("a\0\xFF\\\n\r", 6)},
+        {QString("repeat_separator=") + QString::fromUtf8("\xC3\xA9\xF0\x9F\xA7\xB5"),
+            "text_export/option/_1", QByteArray("\xC3\xA9\xF0\x9F\xA7\xB5")},
+        {"one_line_per_size=true", "text_export/option/_2", true},
+        {"one_line_per_size=false", "text_export/option/_2", false},
+        {"fields=21,0,0", "marker_export_list", QStringList({"21", "0", "0"})},
+    };
+    for (const auto &entry : cases) {
+        const SettingValue value = parseSetting(entry.assignment);
+        EXPECT_EQ(value.setting->key, entry.key);
+        EXPECT_EQ(value.value, entry.value) << entry.assignment;
+        EXPECT_EQ(value.value.type(), entry.value.type()) << entry.assignment;
+        // What is shown of a setting can be given back on the command line.
+        EXPECT_EQ(value.setting->type.parse(value.setting->type.format(value.value)), value.value)
+            << entry.assignment;
+    }
+}
+
+TEST(HostSettings, WrongAssignmentsAreTold)
+{
+    const QString bytes = "expected a text, in which \\t, \\n, \\r, \\\\ and \\xHH stand for bytes";
+    const std::pair<QString, QString> cases[] = {
+        {"", "2 setting \"\": expected NAME=VALUE"},
+        {"=mm", "2 setting \"=mm\": expected NAME=VALUE"},
+        {"unit", "2 setting \"unit\": expected NAME=VALUE"},
+        {"Unit=mm", "2 there is no setting \"Unit\"; \"kivhost settings\" lists them"},
+        {"unit=km", "2 setting unit: found \"km\", expected one of cm, mm, in"},
+        {"decimals=7", "2 setting decimals: found \"7\", expected a whole number from 0 to 6"},
+        {"decimals=-1", "2 setting decimals: found \"-1\", expected a whole number from 0 to 6"},
+        {"decimals=2.0", "2 setting decimals: found \"2.0\", expected a whole number from 0 to 6"},
+        {"field_separator=\\q", "2 setting field_separator: found \"\\q\", " + bytes},
+        {"field_separator=\\x1", "2 setting field_separator: found \"\\x1\", " + bytes},
+        {"field_separator=\\x-1", "2 setting field_separator: found \"\\x-1\", " + bytes},
+        {"field_separator=\\", "2 setting field_separator: found \"\\\", " + bytes},
+        {"one_line_per_size=yes",
+            "2 setting one_line_per_size: found \"yes\", expected true or false"},
+        {"fields=0,22",
+            "2 setting fields: found \"0,22\", expected field numbers from 0 to 21 with commas "
+            "between"},
+        {"fields=", "2 setting fields: found \"\", expected field numbers from 0 to 21 with commas "
+                    "between"},
+    };
+    for (const auto &[assignment, fault] : cases) {
+        EXPECT_EQ(faultOf([text = assignment] { parseSetting(text); }), fault);
+    }
+}
+
+class SettingsOverlayTest : public testing::Test
+{
+protected:
+    void SetUp() override { QSettings().clear(); }
+    void TearDown() override { QSettings().clear(); }
+};
+
+TEST_F(SettingsOverlayTest, IsACopyOfTheUsersSettingsThatNeverTouchesThem)
+{
+    QSettings().setValue("units/length", "in");
+    QSettings().setValue("text_export/option/_0", QByteArray("\x1D\0;", 3));
+    {
+        const SettingsOverlay overlay(QString(), {parseSetting("decimals=4")});
+        EXPECT_EQ(QSettings().value("units/length"), "in");
+        EXPECT_EQ(
+            QSettings().value("text_export/option/_0").toByteArray(), QByteArray("\x1D\0;", 3));
+        EXPECT_EQ(QSettings().value("units/decimals").toInt(), 4);
+        QSettings().setValue("units/length", "mm"); // as a panel would that closes
+    }
+    EXPECT_EQ(QSettings().value("units/length"), "in");
+    EXPECT_FALSE(QSettings().contains("units/decimals"));
+}
+
+TEST_F(SettingsOverlayTest, AFileStandsInForTheUsersSettingsAndStaysAsItIs)
+{
+    const Folder folder;
+    const QByteArray content = "[units]\nlength=mm\n";
+    const QString file = folder.write("run.ini", content);
+    QSettings().setValue("units/decimals", 5);
+    {
+        const SettingsOverlay overlay(file, {parseSetting("ruler_x=in")});
+        EXPECT_EQ(QSettings().value("units/length"), "mm");
+        EXPECT_EQ(QSettings().value("units/rulerX"), "in");
+        EXPECT_FALSE(QSettings().contains("units/decimals"));
+        QSettings().setValue("units/length", "cm");
+    }
+    EXPECT_EQ(QSettings().value("units/decimals").toInt(), 5);
+    EXPECT_EQ(folder.read("run.ini"), content);
+    EXPECT_EQ(folder.contents(), QStringList("run.ini"));
+}
+
+TEST_F(SettingsOverlayTest, AFileThatIsNoSettingsFileIsTold)
+{
+    const Folder folder;
+    const std::pair<QByteArray, QString> cases[] = {
+        {"[units\nlength", "is not a settings file"},
+        {"[units]\ndecimals=many\n",
+            "setting decimals: found \"many\", expected a whole number from 0 to 6"},
+    };
+    for (const auto &[content, fault] : cases) {
+        const QString file = folder.write(QString::number(content.size()) + ".ini", content);
+        EXPECT_EQ(faultOf([&] { SettingsOverlay(file, {}); }), "3 " + file + ": " + fault);
+    }
+    EXPECT_EQ(faultOf([&] { SettingsOverlay(folder.path("no.ini"), {}); }),
+        "3 " + folder.path("no.ini") + ": there is no such file");
+}
+
+TEST_F(SettingsOverlayTest, ConventionsFollowTheStoreAndBadOnesAreTold)
+{
+    KeptConsole kept;
+    QSettings().setValue("units/length", "mm");
+    QSettings().setValue("units/decimals", "many");
+    applyConventions(kept.console);
+    EXPECT_EQ(KivLocale(QLocale::c()).formatLength(12.34), "123.4");
+    EXPECT_TRUE(kept.err.startsWith("kivhost: ")) << kept.err;
+    EXPECT_TRUE(kept.err.contains("many")) << kept.err;
+    QSettings().clear();
+    applyConventions(kept.console);
+    EXPECT_EQ(KivLocale(QLocale::c()).formatLength(12.34), "12.34");
+}
+
+} // namespace
+} // namespace KivSystem

@@ -1,0 +1,210 @@
+// The program itself, as a person or a script starts it.
+
+#include "HostTestSupport.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+
+namespace KivSystem {
+namespace {
+
+class ProgramTest : public testing::Test
+{
+protected:
+    ProgramTest() { folder.write("small.mar", smallMarker()); }
+
+    /// Runs kivhost in the folder and gives its exit status.
+    int run(const QStringList &arguments)
+    {
+        QProcess program;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("HOME", folder.path("home"));
+        environment.insert("XDG_CONFIG_HOME", folder.path("home"));
+        environment.insert("LC_ALL", "C");
+        environment.remove("XDG_RUNTIME_DIR");
+        environment.remove("DISPLAY");
+        environment.remove("QT_QPA_PLATFORM");
+        program.setProcessEnvironment(environment);
+        program.setWorkingDirectory(folder.path());
+        program.start(KIV_BINARY_DIR "/bin/kivhost", arguments);
+        EXPECT_TRUE(program.waitForFinished(60000)) << program.errorString();
+        EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+        out = QString::fromUtf8(program.readAllStandardOutput());
+        err = QString::fromUtf8(program.readAllStandardError());
+        return program.exitCode();
+    }
+
+    Folder folder;
+    QString out;
+    QString err;
+};
+
+TEST_F(ProgramTest, WritesAMarkerInTheManagersFormat)
+{
+    ASSERT_EQ(run({"export", "small.mar", "--format", "kiv_txt", "-o", "out"}), 0) << err;
+    EXPECT_EQ(err, "");
+    const QByteArray report = folder.read("out/kiv_txt/small.txt");
+    EXPECT_EQ(out, QString("out/kiv_txt/small.txt\t%1 bytes\n").arg(report.size()));
+    EXPECT_TRUE(report.startsWith("small.mar\t")) << report.toStdString();
+    EXPECT_EQ(report.split('\n').value(0).split('\t').value(8), "Shell");
+
+    ASSERT_EQ(run({"export", "small.mar", "--format=KIV System Manager (txt)", "--set", "unit=mm",
+                  "--set", "decimals=3", "-o", "out"}),
+        0)
+        << err;
+    EXPECT_EQ(err, "");
+    EXPECT_EQ(folder.read("out/kiv_txt/small.txt").split('\t').value(12), "1500.000");
+}
+
+TEST_F(ProgramTest, ExitStatusAndSentenceTellWhatIsWrong)
+{
+    folder.write("broken.mar", "{\"format\": \"kiv-marker\"");
+    folder.write("-odd.mar", smallMarker());
+    folder.write(QString::fromUtf8("W\xC3\xA4sche.mar"), smallMarker());
+    const QString help = "Run with --help for more information.\n";
+    const struct
+    {
+        QStringList arguments;
+        int status;
+        QString begin; // of standard error
+    } cases[] = {
+        {{"info", "small.mar"}, 0, ""},
+        {{"info", "--", "-odd.mar"}, 0, ""},
+        {{"info", "./-odd.mar", "--json"}, 0, ""},
+        {{"info", QString::fromUtf8("W\xC3\xA4sche.mar")}, 0, ""}, // in the C locale
+        {{"--help"}, 0, ""},
+        {{"export", "--help"}, 0, ""},
+        {{"--version"}, 0, ""},
+        {{}, 2, "Looks into markers and exports them\nUsage: kivhost"},
+        {{"fly"}, 2, "kivhost: "},
+        {{"info"}, 2, "kivhost: MARKER is required\n" + help},
+        {{"info", "a.mar", "b.mar"}, 2, "kivhost: "},
+        {{"info", "-odd.mar"}, 2, "kivhost: "},
+        {{"export", "small.mar", "-o", "out"}, 2,
+            "kivhost: one of --format and --all is required\n" + help},
+        {{"export", "small.mar", "--all", "--format", "txt", "-o", "out"}, 2, "kivhost: "},
+        {{"export", "small.mar", "--all", "-o", ""}, 2, "kivhost: --output: expected a directory"},
+        {{"export", "small.mar", "--format", "pdf", "-o", "out"}, 2,
+            "kivhost: there is no format \"pdf\"; \"kivhost formats\" lists them\n"},
+        {{"export", "small.mar", "--all", "--set", "size=3", "-o", "out"}, 2,
+            "kivhost: there is no setting \"size\"; \"kivhost settings\" lists them\n"},
+        {{"export", "small.mar", "--all", "--not-optimised", "maybe", "-o", "out"}, 2,
+            "kivhost: --not-optimised: "},
+        {{"import", "a.json", "--unit", "wide", "-o", "b.mar"}, 2, "kivhost: "},
+        {{"info", "none.mar"}, 3, "kivhost: none.mar: there is no such file\n"},
+        {{"info", "home/../."}, 3, "kivhost: home/../.: is a directory, expected a file\n"},
+        {{"info", "broken.mar"}, 3, "kivhost: broken.mar: "},
+        {{"import", "none.json", "--unit", "1", "-o", "b.mar"}, 3,
+            "kivhost: none.json: there is no such file\n"},
+        {{"formats", "--plugins", "nowhere"}, 3, "kivhost: "},
+        {{"export", "small.mar", "--format", "kiv_txt", "-o", "broken.mar"}, 1,
+            "kivhost: broken.mar: is a file, expected a directory\n"},
+    };
+    QDir().mkpath(folder.path("home"));
+    const QStringList before = folder.contents();
+    for (const auto &entry : cases) {
+        const std::string line = entry.arguments.join(' ').toStdString();
+        EXPECT_EQ(run(entry.arguments), entry.status) << line << '\n' << err;
+        EXPECT_EQ(err.left(entry.begin.size()), entry.begin) << line << '\n' << err;
+        EXPECT_EQ(err.isEmpty(), entry.status == 0) << line << '\n' << err;
+        EXPECT_EQ(out.isEmpty(), entry.status != 0) << line << '\n' << out;
+        EXPECT_EQ(folder.contents(), before) << line;
+    }
+}
+
+TEST_F(ProgramTest, InfoCountsPiecesAndMeasuresInCentimetres)
+{
+    ASSERT_EQ(run({"info", "small.mar", "--json"}), 0) << err;
+    const QJsonObject info = QJsonDocument::fromJson(out.toUtf8()).object();
+    EXPECT_EQ(info["name"], "small");
+    const QJsonObject fabric = info["fabrics"].toArray()[0].toObject();
+    const QJsonObject layer{{"name", "Layer A"}, {"width", 150}, {"length", 15},
+        {"efficiency", 100 * 200.0 / (150 * 15)}, {"garments", 2}, {"placed", 1}, {"toPlace", 3},
+        {"standBy", 1}};
+    EXPECT_EQ(fabric["layers"].toArray()[0].toObject(), layer);
+    const QJsonObject piece{{"name", "Front"}, {"style", "Tee"}, {"sizes", QJsonArray{"M"}},
+        {"ordered", 4}, {"placed", 1}, {"left", 2}};
+    EXPECT_EQ(fabric["pieces"].toArray()[0].toObject(), piece);
+}
+
+TEST_F(ProgramTest, InfoPrintsInTheUsersUnits)
+{
+    folder.write("home/KivSystem/kivhost.ini", "[units]\nlength=mm\n");
+    ASSERT_EQ(run({"info", "small.mar"}), 0) << err;
+    EXPECT_TRUE(out.contains("    layer \"Layer A\": width 1500.0 mm, length 150.0 mm, efficiency "
+                             "8.89%, garments 2, placed 1, to place 3, stand-by 1\n"))
+        << out;
+    EXPECT_TRUE(
+        out.contains("    piece \"Front\", style \"Tee\", sizes M: ordered 4, placed 1, left 2\n"))
+        << out;
+    EXPECT_TRUE(out.contains("fabric \"Lining\": plain, status 0")) << out;
+}
+
+TEST_F(ProgramTest, FormatsAndSettingsAreListed)
+{
+    ASSERT_EQ(run({"formats"}), 0) << err;
+    EXPECT_TRUE(out.startsWith("KIV System Manager (txt)\t1\tkiv_txt\tText File (*.txt), ")) << out;
+    ASSERT_EQ(run({"formats", "--json"}), 0);
+    EXPECT_EQ(QJsonDocument::fromJson(out.toUtf8()).array()[5].toObject()["id"], 54);
+
+    folder.write("home/KivSystem/kivhost.ini", "[text_export]\noption\\_0=@ByteArray(\\x1d)\n");
+    ASSERT_EQ(run({"settings"}), 0) << err;
+    EXPECT_TRUE(out.contains("field_separator = \\x1d\n")) << out;
+    EXPECT_TRUE(out.contains("unit = cm\n")) << out;
+    ASSERT_EQ(run({"settings", "--json"}), 0);
+    EXPECT_EQ(QJsonDocument::fromJson(out.toUtf8()).array()[4].toObject()["value"], "\\x1d");
+}
+
+TEST_F(ProgramTest, AResultThatCannotBePrintedIsAFailure)
+{
+    QProcess program;
+    program.setStandardOutputFile("/dev/full");
+    program.start(KIV_BINARY_DIR "/bin/kivhost", {"info", folder.path("small.mar")});
+    ASSERT_TRUE(program.waitForFinished(60000));
+    EXPECT_EQ(program.exitCode(), 1);
+    EXPECT_EQ(program.readAllStandardError(), "kivhost: standard output: cannot be written\n");
+}
+
+// The published problems and the best layouts known of them, when they lie beside the checkout.
+TEST_F(ProgramTest, PublishedLayoutsKeepTheirMeasuresInTheManagersReport)
+{
+    const QDir data(KIV_SOURCE_DIR "/../shared/data/nesting");
+    if (!data.exists("shirts.json")) {
+        GTEST_SKIP() << "no data in " << data.path().toStdString();
+    }
+    const struct
+    {
+        QString name;
+        double unit;
+        double width;
+        double length;
+        double efficiency;
+        int placed;
+    } cases[] = {
+        {"shirts", 2, 80, 118.785904, 90.920, 99},
+        {"trousers", 2, 158, 470.34368, 92.615, 64},
+        {"swim", 0.025, 143.8, 138.541325, 79.826, 48},
+    };
+    for (const auto &entry : cases) {
+        ASSERT_EQ(run({"import", data.filePath(entry.name + ".json"), "--layout",
+                      data.filePath("final_best_" + entry.name + ".svg"), "--unit",
+                      QString::number(entry.unit), "-o", entry.name + ".mar"}),
+            0)
+            << err;
+        EXPECT_FALSE(err.contains("warning")) << err;
+        ASSERT_EQ(run({"export", entry.name + ".mar", "--format", "kiv_txt", "-o", "out"}), 0);
+        const QList<QByteArray> fields =
+            folder.read("out/kiv_txt/" + entry.name + ".txt").trimmed().split('\t');
+        ASSERT_EQ(fields.size(), 22) << entry.name;
+        EXPECT_NEAR(fields[12].toDouble(), entry.width, 0.01) << entry.name;
+        EXPECT_NEAR(fields[14].toDouble(), entry.length, 0.01) << entry.name;
+        EXPECT_NEAR(fields[16].toDouble(), entry.efficiency, 0.01) << entry.name;
+        EXPECT_EQ(fields[17].toInt(), entry.placed) << entry.name;
+        EXPECT_EQ(fields[18], "0") << entry.name;
+    }
+}
+
+} // namespace
+} // namespace KivSystem
