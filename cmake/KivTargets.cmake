@@ -16,7 +16,12 @@ if(KIV_SANITIZE)
     target_link_options(kiv_options INTERFACE -fsanitize=${KIV_SANITIZE})
 endif()
 
-# Third-party headers stay out of our warnings: Qt and Boost come as SYSTEM includes.
+# A sanitized program that is to be tested does not report the leaks of Qt.
+function(kiv_leave_out_foreign_leaks program)
+    if(KIV_SANITIZE)
+        target_sources(${program} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/LeakSuppressions.cpp)
+    endif()
+endfunction()
 
 # kiv_library(NAME SOURCES ... PUBLIC ... PRIVATE ...): a shared platform library Kiv::NAME whose
 # public headers are Common/Include/NAME.

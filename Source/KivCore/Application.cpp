@@ -20,8 +20,13 @@ KivApplication::KivApplication(
     : m_userInterface(std::move(userInterface))
     , m_pluginsDir(pluginsDir.absolutePath())
 {
-    Q_ASSERT_X(m_userInterface, "KivApplication", "no user interface");
-    Q_ASSERT_X(!theApplication, "KivApplication", "there is an instance already");
+    // Errors of the program: they end it, in a release build too.
+    if (!m_userInterface) {
+        qFatal("KivApplication: no user interface");
+    }
+    if (theApplication) {
+        qFatal("KivApplication: there is an instance already");
+    }
     theApplication = this;
 }
 

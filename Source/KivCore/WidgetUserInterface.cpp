@@ -66,8 +66,9 @@ QString WidgetUserInterface::getSaveFileName(const QStringList &filters, const Q
         return QString();
     }
     m_lastDirectory = dialog.directory().absolutePath();
-    if (selectedFilter) {
-        *selectedFilter = filters.indexOf(dialog.selectedNameFilter());
+    const int selected = filters.indexOf(dialog.selectedNameFilter());
+    if (selectedFilter && selected >= 0) {
+        *selectedFilter = selected;
     }
     return dialog.selectedFiles().constFirst();
 }

@@ -9,6 +9,7 @@
 
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QLocale>
 
 namespace KivSystem {
 
@@ -30,9 +31,9 @@ struct PieceFacts
     const CDbPieceObject *piece = nullptr;
     QString style;
     QStringList sizes;
-    int ordered = 0;
-    int placed = 0;
-    int left = 0; // in the chart
+    qint64 ordered = 0;
+    qint64 placed = 0;
+    qint64 left = 0; // in the chart
 };
 
 // Calls visit(number) for the numbers of layers or sizes, which count from 1.
@@ -72,12 +73,11 @@ LayerFacts layerFacts(const CDbFabricObject &fabric, short layer)
 
 QString sizeText(const CDbStyleObject *style, short number)
 {
-    const std::vector<StyleSize> sizes = style ? style->sizes() : std::vector<StyleSize>();
-    for (const StyleSize &size : sizes) {
-        if (size.number == number) {
-            return size.special.isEmpty() ? size.name
-                                          : QStringLiteral("%1 %2").arg(size.name, size.special);
-        }
+    const int position = style != nullptr ? style->sizePosition(number) : -1;
+    if (position >= 0) {
+        const StyleSize &size = style->sizes()[static_cast<std::size_t>(position)];
+        return size.special.isEmpty() ? size.name
+                                      : QStringLiteral("%1 %2").arg(size.name, size.special);
     }
     return QString::number(number);
 }
@@ -92,13 +92,11 @@ std::vector<PieceFacts> pieceFacts(const CDbMarkerDrawing &drawing, const CDbFab
         facts.style = style ? style->getStyleName() : QString();
         forEachNumber(piece->getNumberOfSizes(), [&](short size) {
             facts.sizes.append(sizeText(style, piece->getPieceSize(size).sizeNumber));
-            forEachNumber(fabric.layerCount(), [&](short layer) {
-                facts.left += piece->getQtyPieceSizeLayer(size, true, layer) +
-                              piece->getQtyPieceSizeLayer(size, false, layer);
-            });
         });
-        forEachNumber(fabric.layerCount(),
-            [&](short layer) { facts.ordered += piece->orderedInLayer(layer); });
+        for (const auto &[key, quantity] : piece->orderedQuantities()) {
+            facts.ordered += quantity;
+            facts.left += piece->getQtyPieceSizeLayer(key.size, key.left, key.layer);
+        }
         pieces.push_back(facts);
     }
     const auto countPlaced = [&](const CDbGrPolysObject &group, const CDbPolygon &polygon) {
@@ -128,7 +126,7 @@ QString typeWord(int fabricType)
 QString dateText(const SummaryInfo &summary)
 {
     return SummaryInfo::isValidStamped(summary.dateStamp)
-               ? summary.dateStamp.toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss"))
+               ? QLocale::c().toString(summary.dateStamp, QStringLiteral("yyyy-MM-ddTHH:mm:ss"))
                : QString();
 }
 

@@ -55,13 +55,13 @@ CDbStyleSizeObjectTable *CDbMarkerDrawing::findSizesList(
     return found->findStyleSizeObjectTable(fabric, error);
 }
 
-int CDbMarkerDrawing::garmentsInLayer(const CDbFabricObject *fabric, short layer) const
+qint64 CDbMarkerDrawing::garmentsInLayer(const CDbFabricObject *fabric, short layer) const
 {
     const short fabricNumber = m_fabrics.findFabricIndex(fabric);
     if (fabricNumber == 0) {
         return 0;
     }
-    int garments = 0;
+    qint64 garments = 0;
     for (std::size_t position = 0; position < stylesList.size(); ++position) {
         const CDbStyleSizeObjectTable *sizes =
             stylesList[position]->findStyleSizeObjectTable(fabricNumber, nullptr);
@@ -99,7 +99,7 @@ CDbStyleObject *CDbMarkerDrawing::addStyle(
 {
     auto style = std::make_unique<CDbStyleObject>(name, sourceFile, std::move(sizes));
     for (const CDbFabricObject *fabric : qAsConst(m_fabrics)) {
-        style->addTable(fabric, m_layers.size());
+        style->addFabric(fabric);
     }
     stylesList.push_back(style.get());
     m_ownedStyles.push_back(std::move(style));

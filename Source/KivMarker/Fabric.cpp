@@ -27,9 +27,10 @@ void forEachPlacedPolygon(const FabricLayer &layer, Visitor visit)
 }
 
 // Counts are handed out as short: one that does not fit stands at the largest value.
-short shortCount(int count)
+short shortCount(qint64 count)
 {
-    return static_cast<short>(std::clamp(count, 0, int(std::numeric_limits<short>::max())));
+    const qint64 most = std::numeric_limits<short>::max();
+    return static_cast<short>(std::clamp(count, qint64(0), most));
 }
 
 template <class Value>
@@ -91,8 +92,8 @@ double CDbFabricObject::getLengthOccupiedLayer(short layer) const
 void CDbFabricObject::calculateTheValuesToDisplayInALayer(short layer, short *error,
     short *garments, short *toPlace, short *placed, double *length, double *area) const
 {
-    int placedCount = 0;
-    int orderedCount = 0;
+    qint64 placedCount = 0;
+    qint64 orderedCount = 0;
     double placedArea = 0;
     const FabricLayer *found = findLayer(layer);
     if (found != nullptr) {
@@ -104,7 +105,7 @@ void CDbFabricObject::calculateTheValuesToDisplayInALayer(short layer, short *er
             orderedCount += piece->orderedInLayer(layer);
         }
     }
-    const int garmentCount = m_drawing != nullptr ? m_drawing->garmentsInLayer(this, layer) : 0;
+    const qint64 garmentCount = m_drawing != nullptr ? m_drawing->garmentsInLayer(this, layer) : 0;
     store(garments, shortCount(garmentCount));
     store(toPlace, shortCount(orderedCount - placedCount));
     store(placed, shortCount(placedCount));
@@ -150,6 +151,9 @@ CDbPieceObject *CDbFabricObject::findPieceAccordingIndex(short index, short *err
 
 CDbPieceObject *CDbFabricObject::addPiece(std::unique_ptr<CDbPieceObject> piece)
 {
+    if (piece->getStyleNo() < 1) {
+        throw std::out_of_range("the piece has no style");
+    }
     if (!m_pieces.empty()) {
         m_pieces.back()->m_next = piece.get();
     }

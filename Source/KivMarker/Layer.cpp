@@ -15,8 +15,8 @@ bool CDbLayerObjectTable::isPlacementInTheFabric(const CDbFabricObject *fabric, 
         return false;
     }
     setErrorCode(error, k_no_error);
-    for (short number = 1; number <= size(); ++number) {
-        const FabricLayer *layer = fabric->findLayer(number);
+    for (int number = 1; number <= size(); ++number) {
+        const FabricLayer *layer = fabric->findLayer(static_cast<short>(number));
         if (layer != nullptr &&
             std::any_of(layer->groups.begin(), layer->groups.end(), [](const auto &group) {
                 return group->groupPlace() == PlacedOnMarker && group->firstPolygon != nullptr;

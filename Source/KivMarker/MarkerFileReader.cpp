@@ -6,6 +6,7 @@
 #include "MarkerFileShapes.h"
 #include "MarkerFileWords.h"
 
+#include <map>
 #include <set>
 
 namespace KivSystem {
@@ -36,12 +37,10 @@ SummaryInfo readSummary(const JsonNode &node)
     summary.comments = node.paragraph("comments");
     if (node.has("dateStamp")) {
         const JsonNode stamp = node.member("dateStamp");
-        QDateTime time = QDateTime::fromString(stamp.asLine(), QString::fromLatin1(kStampFormat));
-        time.setTimeSpec(Qt::UTC);
-        if (!SummaryInfo::isValidStamped(time) || time.date().year() > 9999) {
+        summary.dateStamp = stampOf(stamp.asLine());
+        if (!SummaryInfo::isValidStamped(summary.dateStamp)) {
             stamp.failType(QStringLiteral("a date and time such as \"2026-03-14T09:30:00\""));
         }
-        summary.dateStamp = time;
     }
     return summary;
 }
@@ -58,12 +57,15 @@ void readLayerNames(const JsonNode &document, CDbMarkerDrawing &drawing)
 }
 
 // The fabrics with their names alone: styles refer to them by number, and their pieces to styles.
+// Their layers are counted before room is made for them.
 void readFabricNames(const JsonNode &document, CDbMarkerDrawing &drawing)
 {
     const JsonNode fabrics = document.member("fabrics");
     const int count = fabrics.count(0, kMaxCount);
     for (int index = 0; index < count; ++index) {
         const JsonNode fabric = fabrics.item(index);
+        const JsonNode layers = fabric.member("layers");
+        layers.count(drawing.getLayersQty(nullptr), drawing.getLayersQty(nullptr));
         drawing.addFabric(fabric.line("name"));
     }
 }
@@ -182,7 +184,7 @@ void readPieceSizes(const JsonNode &list, const CDbStyleObject &style, CDbPieceO
         const JsonNode node = list.item(index);
         node.allow({"number", "contour", "internalPoints", "internalLines"});
         const auto number = static_cast<short>(node.integer("number", 1, kMaxCount));
-        if (!style.hasSize(number)) {
+        if (style.sizePosition(number) < 0) {
             node.fail(QStringLiteral("the style has no size with the number %1").arg(number),
                 QStringLiteral("the number of one of its sizes"));
         }
@@ -274,7 +276,7 @@ std::unique_ptr<CDbPolygon> readPolygon(const JsonNode &node, const CDbFabricObj
     polygon->pairedBallot = node.boolean("pairedBallot", false);
     polygon->foldedPiece = node.boolean("folded", false);
     polygon->colorIndex = static_cast<short>(node.integer("color", 0, kMaxCount, 0));
-    polygon->texts = readTexts(node, "texts");
+    polygon->polygonTexts = readTexts(node, "texts");
     const Placement placement = readPlacement(node, left);
     if (node.has("shape")) {
         const JsonNode shape = node.member("shape");
@@ -289,26 +291,21 @@ std::unique_ptr<CDbPolygon> readPolygon(const JsonNode &node, const CDbFabricObj
     return polygon;
 }
 
+// Polygons of a group so far, by piece and place in the chart.
+using ChartCount = std::map<std::pair<short, ChartKey>, int>;
+
 // No more may leave the chart than it orders.
-void checkChart(const JsonNode &node, const CDbFabricObject &fabric, const CDbGrPolysObject &group,
-    const CDbPolygon &polygon, short layer)
+void checkChart(const JsonNode &node, const CDbFabricObject &fabric, const CDbPolygon &polygon,
+    short layer, ChartCount &inGroup)
 {
-    int inGroup = 0;
-    for (const CDbPolygon *other = group.firstPolygon; other != nullptr;
-         other = other->nextPolygon) {
-        inGroup += other->pieceIndex == polygon.pieceIndex &&
-                           other->pieceSize() == polygon.pieceSize() &&
-                           other->isLeft() == polygon.isLeft()
-                       ? 1
-                       : 0;
-    }
+    const ChartKey key{polygon.pieceSize(), layer, polygon.isLeft()};
     const CDbPieceObject *piece = fabric.findPieceAccordingIndex(polygon.pieceIndex, nullptr);
-    if (inGroup >= piece->getQtyPieceSizeLayer(polygon.pieceSize(), polygon.isLeft(), layer)) {
-        const ChartKey key{polygon.pieceSize(), layer, polygon.isLeft()};
+    const int count = ++inGroup[{polygon.pieceIndex, key}];
+    if (count > piece->getQtyPieceSizeLayer(key.size, key.left, layer)) {
         node.fail(QStringLiteral("more of piece %1, size %2, %3 lie in layer %4 than are ordered")
                       .arg(polygon.pieceIndex)
-                      .arg(polygon.pieceSize())
-                      .arg(wordOf(polygon.isLeft(), kSideWords))
+                      .arg(key.size)
+                      .arg(wordOf(key.left, kSideWords))
                       .arg(layer),
             QStringLiteral("at most %1").arg(piece->orderedQuantity(key)));
     }
@@ -321,10 +318,11 @@ void readGroup(const JsonNode &node, CDbFabricObject &fabric, short layer)
     group->texts = readTexts(node, "texts");
     const JsonNode polygons = node.member("polygons");
     const int count = polygons.count(1, kMaxCount);
+    ChartCount inGroup;
     for (int index = 0; index < count; ++index) {
         const JsonNode entry = polygons.item(index);
         std::unique_ptr<CDbPolygon> polygon = readPolygon(entry, fabric);
-        checkChart(entry, fabric, *group, *polygon, layer);
+        checkChart(entry, fabric, *polygon, layer, inGroup);
         group->addPolygon(std::move(polygon));
     }
     fabric.addGroup(layer, std::move(group));
@@ -351,7 +349,7 @@ void readFabric(const JsonNode &node, const CDbMarkerDrawing &drawing, CDbFabric
     readFabricRules(node, fabric);
     forEachItem(node, "pieces", [&](const JsonNode &piece) { readPiece(piece, drawing, fabric); });
     const JsonNode layers = node.member("layers");
-    layers.count(fabric.layerCount(), fabric.layerCount());
+
     for (int index = 0; index < fabric.layerCount(); ++index) {
         readFabricLayer(layers.item(index), fabric, static_cast<short>(index + 1));
     }

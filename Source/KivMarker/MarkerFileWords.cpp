@@ -70,6 +70,21 @@ const std::array<Word<QString PieceData::*>, 6> kPieceTextWords{{
     {&PieceData::identificationText, "identification"},
 }};
 
+QString stampText(const QDateTime &stamp)
+{
+    return stamp.date().toString(Qt::ISODate) + QLatin1Char('T') +
+           stamp.time().toString(Qt::ISODate);
+}
+
+QDateTime stampOf(const QString &text)
+{
+    // Date and time by themselves: together they would be read as a local time, and one that a
+    // change to summer time leaves out is no local time.
+    const QDateTime stamp(QDate::fromString(text.section(QLatin1Char('T'), 0, 0), Qt::ISODate),
+        QTime::fromString(text.section(QLatin1Char('T'), 1), Qt::ISODate), Qt::UTC);
+    return stampText(stamp) == text ? stamp : QDateTime();
+}
+
 bool isNotchType(int pointType)
 {
     return pointType == SimpleNotch || pointType == DoubleNotch || pointType == VNotch ||

@@ -8,6 +8,7 @@
 #include "KivMarker/Point.h"
 #include "KivMarker/Polygon.h"
 
+#include <QDateTime>
 #include <QLatin1String>
 #include <QStringList>
 
@@ -22,7 +23,6 @@ constexpr double kMaxPrecise = 9007199254740992.0; // whole numbers that a doubl
 
 constexpr char kFormatName[] = "kiv-marker";
 constexpr int kFormatVersion = 1;
-constexpr char kStampFormat[] = "yyyy-MM-ddTHH:mm:ss";
 
 template <class Value>
 struct Word
@@ -40,6 +40,10 @@ extern const std::array<Word<GroupPlace>, 2> kPlaceWords;
 extern const std::array<Word<bool>, 2> kSideWords; // true is left
 extern const std::array<Word<float PunchFeature::*>, 16> kPunchSizeWords;
 extern const std::array<Word<QString PieceData::*>, 6> kPieceTextWords;
+
+// `2026-03-14T09:30:00`, whatever the locale; reading it gives an invalid time for any other text.
+QString stampText(const QDateTime &stamp);
+QDateTime stampOf(const QString &text);
 
 // Whether a point of that type has a notch vector, and whether it may have a punch.
 bool isNotchType(int pointType);

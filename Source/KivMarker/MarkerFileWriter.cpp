@@ -62,8 +62,7 @@ JsonTree writeSummary(const SummaryInfo &summary)
     addText(object, "keywords", summary.keywords);
     addText(object, "comments", summary.comments);
     if (SummaryInfo::isValidStamped(summary.dateStamp)) {
-        object.add("dateStamp",
-            JsonTree::text(summary.dateStamp.toString(QString::fromLatin1(kStampFormat))));
+        object.add("dateStamp", JsonTree::text(stampText(summary.dateStamp)));
     }
     return object;
 }
@@ -91,7 +90,7 @@ JsonTree writePolygon(const CDbPolygon &polygon)
             shape, *polygon.currentContour(), polygon.internalPoints, polygon.internalLines());
         object.add("shape", std::move(shape));
     }
-    writeTexts(object, "texts", polygon.texts);
+    writeTexts(object, "texts", polygon.polygonTexts);
     return object;
 }
 
@@ -158,8 +157,8 @@ JsonTree writePiece(const CDbPieceObject &piece)
         object.add("rules", writeRules(*piece.ownRules()));
     }
     JsonTree sizes = JsonTree::array();
-    for (short number = 1; number <= piece.getNumberOfSizes(); ++number) {
-        const CDbPieceSizeObject &size = piece.getPieceSize(number);
+    for (int number = 1; number <= piece.getNumberOfSizes(); ++number) {
+        const CDbPieceSizeObject &size = piece.getPieceSize(static_cast<short>(number));
         JsonTree entry = JsonTree::object();
         entry.add("number", JsonTree::integer(size.sizeNumber));
         writeShape(entry, size.shape.contour, size.shape.internalPoints, size.shape.internalLines);
@@ -198,8 +197,8 @@ JsonTree writeFabric(const CDbFabricObject &fabric)
     addList(object, "rules", writeRules(fabric.rules));
     addList(object, "plaid", writePlaid(fabric.plaidInfo));
     JsonTree layers = JsonTree::array();
-    for (short number = 1; number <= fabric.layerCount(); ++number) {
-        layers.append(writeFabricLayer(*fabric.findLayer(number)));
+    for (int number = 1; number <= fabric.layerCount(); ++number) {
+        layers.append(writeFabricLayer(*fabric.findLayer(static_cast<short>(number))));
     }
     object.add("layers", std::move(layers));
     JsonTree pieces = JsonTree::array();
@@ -209,6 +208,20 @@ JsonTree writeFabric(const CDbFabricObject &fabric)
     }
     addList(object, "pieces", std::move(pieces));
     return object;
+}
+
+JsonTree writeGarments(const CDbStyleSizeObjectTable &table, const CDbFabricObject &fabric,
+    short fabricNumber, short layer)
+{
+    JsonTree quantities = JsonTree::array();
+    for (int size = 1; size <= table.getNumberStyleSize(); ++size) {
+        quantities.append(JsonTree::integer(
+            table.quantityClothingBySize(&fabric, layer, nullptr, static_cast<short>(size))));
+    }
+    return JsonTree::object()
+        .add("fabric", JsonTree::integer(fabricNumber))
+        .add("layer", JsonTree::integer(layer))
+        .add("quantities", std::move(quantities));
 }
 
 JsonTree writeStyle(const CDbMarkerDrawing &drawing, const CDbStyleObject &style)
@@ -221,21 +234,13 @@ JsonTree writeStyle(const CDbMarkerDrawing &drawing, const CDbStyleObject &style
         sizes.append(std::move(entry));
     }
     JsonTree garments = JsonTree::array();
-    for (short fabric = 1; fabric <= drawing.getFabricsQty(); ++fabric) {
-        const auto *table = style.findStyleSizeObjectTable(fabric, nullptr);
-        for (short layer = 1; layer <= drawing.getLayersQty(nullptr); ++layer) {
-            if (table->garmentsInLayer(layer) == 0) {
-                continue;
+    for (const CDbFabricObject *fabric : drawing.getFabricsTable()) {
+        const short number = drawing.getFabricsTable().findFabricIndex(fabric);
+        const auto *table = style.findStyleSizeObjectTable(number, nullptr);
+        for (int layer = 1; layer <= fabric->layerCount(); ++layer) {
+            if (table->garmentsInLayer(static_cast<short>(layer)) != 0) {
+                garments.append(writeGarments(*table, *fabric, number, static_cast<short>(layer)));
             }
-            JsonTree quantities = JsonTree::array();
-            for (short size = 1; size <= table->getNumberStyleSize(); ++size) {
-                quantities.append(JsonTree::integer(table->quantityClothingBySize(
-                    drawing.getFabric(static_cast<short>(fabric - 1)), layer, nullptr, size)));
-            }
-            garments.append(JsonTree::object()
-                                .add("fabric", JsonTree::integer(fabric))
-                                .add("layer", JsonTree::integer(layer))
-                                .add("quantities", std::move(quantities)));
         }
     }
     JsonTree object = JsonTree::object();

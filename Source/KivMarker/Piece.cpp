@@ -64,7 +64,7 @@ void CDbPieceObject::setOrderedQuantity(const ChartKey &key, short quantity)
     ordered = quantity;
 }
 
-int CDbPieceObject::orderedInLayer(short layer) const
+qint64 CDbPieceObject::orderedInLayer(short layer) const
 {
     const auto found = m_orderedByLayer.find(layer);
     return found != m_orderedByLayer.end() ? found->second : 0;

@@ -1,69 +1,60 @@
 #include "KivMarker/Style.h"
 
 #include "KivMarker/ErrorCodes.h"
+#include "KivMarker/Fabric.h"
 #include "KivMarker/Piece.h"
 
-#include <algorithm>
 #include <numeric>
 
 namespace KivSystem {
 
 CDbStyleSizeObjectTable::CDbStyleSizeObjectTable(
-    const CDbFabricObject *fabric, const std::vector<StyleSize> &sizes, int layers)
-    : m_fabric(fabric)
-    , m_sizes(sizes)
-    , m_quantities(static_cast<std::size_t>(layers), std::vector<short>(sizes.size(), 0))
+    const CDbStyleObject &style, const CDbFabricObject *fabric)
+    : m_style(&style)
+    , m_fabric(fabric)
 {}
 
 short CDbStyleSizeObjectTable::getNumberStyleSize() const
 {
-    return static_cast<short>(m_sizes.size());
+    return static_cast<short>(m_style->sizes().size());
 }
 
 short CDbStyleSizeObjectTable::quantityClothingBySize(
     const CDbFabricObject *fabric, short layer, const CDbPieceObject *piece, short size) const
 {
-    if (fabric != m_fabric || layer < 1 || static_cast<std::size_t>(layer) > m_quantities.size()) {
+    const auto found = m_quantities.find(layer);
+    if (fabric != m_fabric || found == m_quantities.end()) {
         return 0;
     }
-    const int row = piece != nullptr ? position(piece->getPieceSize(size).sizeNumber) : size - 1;
-    if (row < 0 || row >= getNumberStyleSize()) {
-        return 0;
-    }
-    return m_quantities[static_cast<std::size_t>(layer - 1)][static_cast<std::size_t>(row)];
+    const int row =
+        piece != nullptr ? m_style->sizePosition(piece->getPieceSize(size).sizeNumber) : size - 1;
+    return row >= 0 && row < getNumberStyleSize() ? found->second[static_cast<std::size_t>(row)]
+                                                  : short(0);
 }
 
-int CDbStyleSizeObjectTable::garmentsInLayer(short layer) const
+qint64 CDbStyleSizeObjectTable::garmentsInLayer(short layer) const
 {
-    if (layer < 1 || static_cast<std::size_t>(layer) > m_quantities.size()) {
-        return 0;
-    }
-    const std::vector<short> &quantities = m_quantities[static_cast<std::size_t>(layer - 1)];
-    return std::accumulate(quantities.begin(), quantities.end(), 0);
+    const auto found = m_quantities.find(layer);
+    return found != m_quantities.end()
+               ? std::accumulate(found->second.begin(), found->second.end(), qint64(0))
+               : 0;
 }
 
 bool CDbStyleSizeObjectTable::setQuantity(short layer, short size, short quantity)
 {
-    if (layer < 1 || static_cast<std::size_t>(layer) > m_quantities.size() || size < 1 ||
-        size > getNumberStyleSize()) {
+    if (m_fabric->findLayer(layer) == nullptr || size < 1 || size > getNumberStyleSize()) {
         return false;
     }
-    m_quantities[static_cast<std::size_t>(layer - 1)][static_cast<std::size_t>(size - 1)] =
-        quantity;
+    std::vector<short> &quantities = m_quantities[layer];
+    quantities.resize(m_style->sizes().size(), 0);
+    quantities[static_cast<std::size_t>(size - 1)] = quantity;
     return true;
 }
 
 const StyleSize *CDbStyleSizeObjectTable::findByNumber(short number) const
 {
-    const int row = position(number);
-    return row >= 0 ? &m_sizes[static_cast<std::size_t>(row)] : nullptr;
-}
-
-int CDbStyleSizeObjectTable::position(short number) const
-{
-    const auto found = std::find_if(m_sizes.begin(), m_sizes.end(),
-        [number](const StyleSize &size) { return size.number == number; });
-    return found != m_sizes.end() ? static_cast<int>(found - m_sizes.begin()) : -1;
+    const int row = m_style->sizePosition(number);
+    return row >= 0 ? &m_style->sizes()[static_cast<std::size_t>(row)] : nullptr;
 }
 
 CDbStyleObject::CDbStyleObject(
@@ -71,27 +62,36 @@ CDbStyleObject::CDbStyleObject(
     : m_name(name)
     , m_sourceFile(sourceFile)
     , m_sizes(std::move(sizes))
-{}
-
-bool CDbStyleObject::hasSize(short number) const
 {
-    return std::any_of(m_sizes.begin(), m_sizes.end(),
-        [number](const StyleSize &size) { return size.number == number; });
+    for (std::size_t position = 0; position < m_sizes.size(); ++position) {
+        m_positions.emplace(m_sizes[position].number, static_cast<int>(position));
+    }
+}
+
+int CDbStyleObject::sizePosition(short number) const
+{
+    const auto found = m_positions.find(number);
+    return found != m_positions.end() ? found->second : -1;
 }
 
 CDbStyleSizeObjectTable *CDbStyleObject::findStyleSizeObjectTable(short fabric, short *error) const
 {
-    if (fabric < 1 || static_cast<std::size_t>(fabric) > m_tables.size()) {
+    if (fabric < 1 || static_cast<std::size_t>(fabric) > m_fabrics.size()) {
         setErrorCode(error, k_error_index);
         return nullptr;
     }
     setErrorCode(error, k_no_error);
-    return m_tables[static_cast<std::size_t>(fabric - 1)].get();
+    std::unique_ptr<CDbStyleSizeObjectTable> &table = m_tables[fabric];
+    if (table == nullptr) {
+        table = std::make_unique<CDbStyleSizeObjectTable>(
+            *this, m_fabrics[static_cast<std::size_t>(fabric - 1)]);
+    }
+    return table.get();
 }
 
-void CDbStyleObject::addTable(const CDbFabricObject *fabric, int layers)
+void CDbStyleObject::addFabric(const CDbFabricObject *fabric)
 {
-    m_tables.push_back(std::make_unique<CDbStyleSizeObjectTable>(fabric, m_sizes, layers));
+    m_fabrics.push_back(fabric);
 }
 
 } // namespace KivSystem

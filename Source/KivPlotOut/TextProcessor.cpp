@@ -13,6 +13,7 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QIODevice>
+#include <QLocale>
 #include <QTextCodec>
 #include <QTextStream>
 
@@ -107,7 +108,7 @@ QString words(const char *text)
 
 QString dateText(const QDateTime &time)
 {
-    return time.date().toString(QStringLiteral("d/M/yyyy"));
+    return QLocale::c().toString(time.date(), QStringLiteral("d/M/yyyy"));
 }
 
 // The date of the marker's file. A file that is missing leaves `value` as it is.
@@ -309,7 +310,8 @@ bool sizeField(const Record &record, short field, QString &value)
     while (last > 0 && quantityOf(last) <= 0) {
         --last;
     }
-    for (short size = 1; size <= count; ++size) {
+    for (int number = 1; number <= count; ++number) {
+        const auto size = static_cast<short>(number);
         const short quantity = quantityOf(size);
         if (quantity > 0) {
             value += sizeEntry(*piece, *sizes, size, quantity, field);
@@ -422,7 +424,8 @@ void exportLinePerSize(QTextStream &stream, CDbMarkerDrawing *drawing, const Tex
     const CDbStyleSizeObjectTable *sizes =
         drawing->findSizesList(static_cast<short>(style - 1), fabric, &error);
     KIV_CHECK_OPERATION(error == 0 && sizes != nullptr);
-    for (short size = 1; size <= count; ++size) {
+    for (int number = 1; number <= count; ++number) {
+        const auto size = static_cast<short>(number);
         if (sizes->quantityClothingBySize(fabricObject, layer, piece, size) > 0) {
             Export_TextFile_Une_Ligne(
                 stream, drawing, list, false, style, fabric, layer, options, size);

@@ -80,6 +80,23 @@ TEST(Fabric, AnswersPastTheEndWithZeroAndAnErrorCode)
     EXPECT_EQ(fabric.returnPlacementEfficiencyFactor(10, 0, 5), 0);
 }
 
+TEST(Fabric, CountsThatDoNotFitAreTheLargestThatDo)
+{
+    CDbMarkerDrawing drawing;
+    drawing.addLayer(QStringLiteral("1"));
+    CDbFabricObject *fabric = drawing.addFabric(QStringLiteral("F"));
+    for (int number = 0; number < 3; ++number) { // more than fits into 32 bits, too
+        auto piece = std::make_unique<CDbPieceObject>(QStringLiteral("P"), short(1));
+        for (int size = 1; size <= 32767; ++size) {
+            piece->setOrderedQuantity({static_cast<short>(size), 1, true}, 32767);
+        }
+        fabric->addPiece(std::move(piece));
+    }
+    EXPECT_EQ(layerValues(*fabric, 1).toPlace, 32767);
+    EXPECT_THROW(
+        fabric->addPiece(std::make_unique<CDbPieceObject>(QString(), short(0))), std::out_of_range);
+}
+
 TEST(Fabric, WalksItsGroupsAndPiecesToTheirEnd)
 {
     const auto document = fullMarker();

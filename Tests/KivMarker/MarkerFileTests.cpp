@@ -13,6 +13,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
+
 namespace KivSystem {
 namespace {
 
@@ -92,6 +94,47 @@ TEST(MarkerFile, EveryPartOfTheFileReachesTheDrawing)
     EXPECT_EQ(fabric.layerFirstGrPolys(2)->firstPolygon->area(), 36);
 }
 
+TEST(MarkerFile, TheDateStampReadsTheSameInEveryTimeZone)
+{
+    const QByteArray zone = qgetenv("TZ");
+    for (const char *place : {"UTC", "Europe/Berlin", "America/New_York"}) {
+        qputenv("TZ", place); // the clocks of Berlin leave out the hour of the stamp
+        tzset();
+        const auto document = MarkerFile::parse(fullMarker(), QStringLiteral("full.mar"));
+        EXPECT_TRUE(MarkerFile::toBytes(*document) == fullMarker()) << place;
+    }
+    zone.isNull() ? qunsetenv("TZ") : qputenv("TZ", zone);
+    tzset();
+}
+
+TEST(MarkerFile, CountsUpToTheirLimitAreSavedAndReadAgain)
+{
+    auto drawing = std::make_unique<CDbMarkerDrawing>();
+    constexpr int kMost = 32767;
+    for (int layer = 0; layer < kMost; ++layer) {
+        drawing->addLayer(QString());
+    }
+    CDbFabricObject *fabric = drawing->addFabric(QStringLiteral("F"));
+    for (int layer = 1; layer <= kMost; ++layer) {
+        fabric->findLayer(static_cast<short>(layer))->width = layer;
+    }
+    std::vector<StyleSize> sizes;
+    for (int number = 1; number <= kMost; ++number) {
+        sizes.push_back({static_cast<short>(number), QString(), QString()});
+    }
+    CDbStyleObject *style = drawing->addStyle(QStringLiteral("S"), QString(), sizes);
+    style->findStyleSizeObjectTable(1, nullptr)->setQuantity(kMost, kMost, 7);
+    const DocumentMak document(std::move(drawing));
+
+    const QByteArray bytes = MarkerFile::toBytes(document);
+    const auto read = MarkerFile::parse(bytes, QStringLiteral("most.mar"));
+    EXPECT_TRUE(MarkerFile::toBytes(*read) == bytes);
+    EXPECT_EQ(read->drawing()->getFabric(0)->getFabricLayerWidth(kMost), kMost);
+    EXPECT_EQ(read->drawing()->findSizesList(0, 1, nullptr)->garmentsInLayer(kMost), 7);
+    EXPECT_FALSE(read->drawing()->getLayerObjectTable().isPlacementInTheFabric(
+        read->drawing()->getFabric(0), nullptr));
+}
+
 TEST(MarkerFile, LoadingNamesTheFileAndSavingKeepsTheOldOneWhenItFails)
 {
     const QTemporaryDir folder;
@@ -104,6 +147,8 @@ TEST(MarkerFile, LoadingNamesTheFileAndSavingKeepsTheOldOneWhenItFails)
 
     EXPECT_THROW(MarkerFile::save(*document, folder.filePath(QStringLiteral("no/such.mar"))),
         MarkerFileError);
+    EXPECT_THROW(MarkerFile::save(DocumentMak(nullptr), path), MarkerFileError);
+    EXPECT_EQ(QFileInfo(path).size(), fullMarker().size());
     try {
         MarkerFile::load(folder.path());
         FAIL() << "a directory was loaded";

@@ -181,6 +181,28 @@ TEST(TextWalk, MarkerWithoutLayersHasNoSizeLines)
     EXPECT_EQ(exportedText(*document, {7}), "S\n");
 }
 
+TEST(TextWalk, EndsWithTheLargestNumberOfSizes)
+{
+    constexpr short kMost = 32767;
+    auto drawing = std::make_unique<CDbMarkerDrawing>();
+    drawing->addLayer("L1");
+    CDbFabricObject *fabric = drawing->addFabric("F1");
+    auto piece = std::make_unique<CDbPieceObject>("Back", short(1));
+    std::vector<StyleSize> sizes;
+    for (int number = 1; number <= kMost; ++number) {
+        sizes.push_back({static_cast<short>(number), QString::number(number), QString()});
+        piece->addSize(static_cast<short>(number), PieceShape());
+    }
+    fabric->addPiece(std::move(piece));
+    drawing->addStyle("S1", QString(), sizes);
+    drawing->findSizesList(0, 1, nullptr)->setQuantity(1, kMost, 2);
+    const DocumentMak document(std::move(drawing));
+    TextProcessorOptions options;
+    EXPECT_EQ(exportedText(document, {19, 21}, options), "32767\t2\n");
+    options.setOneLine(true);
+    EXPECT_EQ(exportedText(document, {19, 21}, options), "32767\t2\n");
+}
+
 TEST(TextWalk, LineWithoutSizesStaysUnfinishedAndTheNextRecordGoesOnInIt)
 {
     MarkerBuilder builder;

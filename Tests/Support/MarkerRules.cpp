@@ -30,9 +30,9 @@ QString brokenPiece(const CDbMarkerDrawing &drawing, const CDbPieceObject &piece
     if (piece.getNumberOfSizes() < 1) {
         return QStringLiteral("a piece without sizes");
     }
-    for (short size = 1; size <= piece.getNumberOfSizes(); ++size) {
-        const CDbPieceSizeObject &record = piece.getPieceSize(size);
-        if (!style->hasSize(record.sizeNumber)) {
+    for (int size = 1; size <= piece.getNumberOfSizes(); ++size) {
+        const CDbPieceSizeObject &record = piece.getPieceSize(static_cast<short>(size));
+        if (style->sizePosition(record.sizeNumber) < 0) {
             return QStringLiteral("a size that the style lacks");
         }
         if (record.shape.contour.size() < 3 || !isSound(record.shape.contour) ||
@@ -74,7 +74,8 @@ QString brokenFabric(const CDbMarkerDrawing &drawing, const CDbFabricObject &fab
     if (fabric.layerCount() != drawing.getLayersQty(nullptr)) {
         return QStringLiteral("a fabric with another number of layers");
     }
-    for (short layer = 1; layer <= fabric.layerCount(); ++layer) {
+    for (int number = 1; number <= fabric.layerCount(); ++number) {
+        const auto layer = static_cast<short>(number);
         std::map<std::pair<short, ChartKey>, int> lying;
         for (const auto &group : fabric.findLayer(layer)->groups) {
             if (group->firstPolygon == nullptr) {

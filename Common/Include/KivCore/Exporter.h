@@ -1,8 +1,8 @@
 // Exporter: one export job as the host sees it, for one class of document.
 //
-// The host asks in this order: canExport() once, optionsPanel() when it shows the options,
-// prepare() before the export, then exportDocument(). The order of the virtual operations is part
-// of the interface between the host and its plug-ins.
+// Each operation works by itself, so that the host calls them in an order of its own; it usually
+// takes the order in which they stand here. The order of the virtual operations is part of the
+// interface between the host and its plug-ins.
 #ifndef KIVCORE_EXPORTER_H
 #define KIVCORE_EXPORTER_H
 
@@ -30,7 +30,7 @@ public:
     /// Last questions before the export. False drops the export without a word.
     virtual bool prepare(const DocumentType &document) = 0;
 
-    /// Whether the export will ask for more than one file.
+    /// Whether the format writes a file for each fabric. Shows nothing.
     virtual bool prompt() = 0;
 
     /// Writes the document to the open `device`. With a null device the exporter asks for file

@@ -58,7 +58,7 @@ public:
     /// null and k_error_index.
     CDbStyleSizeObjectTable *findSizesList(short style, short fabric, short *error) const;
     /// Garments in a 1-based layer of all the styles that have pieces on the fabric.
-    int garmentsInLayer(const CDbFabricObject *fabric, short layer) const;
+    qint64 garmentsInLayer(const CDbFabricObject *fabric, short layer) const;
 
     CDbLayerObject *addLayer(const QString &name);
     CDbFabricObject *addFabric(const QString &name);

@@ -36,8 +36,8 @@ struct FabricLayer
     ~FabricLayer();
 
     double width = 0;                  ///< of the fabric, in centimetres
-    CDbLineObjectList horizontalLines; ///< guide lines across the width
-    CDbLineObjectList verticalLines;   ///< guide lines along the length
+    CDbLineObjectList horizontalLines; ///< guide lines along the length, by y
+    CDbLineObjectList verticalLines;   ///< guide lines across the width, by x
     std::vector<std::unique_ptr<CDbTextObject>> texts;
     std::vector<std::unique_ptr<CDbGrPolysObject>> groups; ///< on the marker and in stand-by
     mutable std::size_t walkPosition = 0; ///< of layerFirstGrPolys and layerNextGrPolys
@@ -100,14 +100,14 @@ public:
     /// The piece with a 1-based index. Past the end: null and k_error_index.
     CDbPieceObject *findPieceAccordingIndex(short index, short *error) const;
     int pieceCount() const { return static_cast<int>(m_pieces.size()); }
-    /// Adds a piece at the end of the chain.
+    /// Adds a piece at the end of the chain. Throws std::out_of_range for a style below 1.
     CDbPieceObject *addPiece(std::unique_ptr<CDbPieceObject> piece);
 
     /// First group of a 1-based layer, whether on the marker or in stand-by; null for none and past
     /// the end.
     CDbGrPolysObject *layerFirstGrPolys(short layer) const;
-    /// Next group of the walk that layerFirstGrPolys began; null at the end. A layer past the end,
-    /// or a walk that was not begun there: null and k_error_index.
+    /// Next group of the walk that layerFirstGrPolys began in that layer; null at the end. A layer
+    /// has one such walk at a time. Past the last layer: null and k_error_index.
     CDbGrPolysObject *layerNextGrPolys(short layer, short *error) const;
     /// Puts a filled group into a 1-based layer, which must exist, and takes its polygons out of
     /// the chart.

@@ -40,7 +40,7 @@ std::unique_ptr<DocumentMak> parse(const QByteArray &bytes, const QString &path)
 QByteArray toBytes(const DocumentMak &document);
 
 /// Writes the marker, replacing the file only when all of it is on the disk. Does not change the
-/// document's filePath. Throws MarkerFileError.
+/// document's filePath. Throws MarkerFileError, also for a document without a drawing.
 void save(const DocumentMak &document, const QString &path);
 
 } // namespace MarkerFile

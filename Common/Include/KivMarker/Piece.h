@@ -130,15 +130,14 @@ public:
     const std::optional<PlacementRules> &ownRules() const { return m_rules; }
     void setOwnRules(const PlacementRules &rules) { m_rules = rules; }
 
-    /// Quantity of a 1-based size in a 1-based layer. With `toPlace` left- or right-hand pieces
-    /// that still wait in the chart: ordered, less those on the marker or in stand-by, never below
-    /// zero.
+    /// How many pieces of a 1-based size, left- or right-hand by `left`, still wait in the chart
+    /// for a 1-based layer: ordered, less those on the marker or in stand-by, never below zero.
     short getQtyPieceSizeLayer(short size, bool left, short layer) const;
     /// Quantity ordered on that side, placed or not.
     short orderedQuantity(const ChartKey &key) const;
     void setOrderedQuantity(const ChartKey &key, short quantity);
     /// Pieces of all sizes and both sides that are ordered in a 1-based layer.
-    int orderedInLayer(short layer) const;
+    qint64 orderedInLayer(short layer) const;
     /// Notes that `change` more pieces have left the chart for the marker or for stand-by.
     void changeTaken(const ChartKey &key, short change);
 
@@ -167,7 +166,7 @@ private:
     std::optional<PlacementRules> m_rules;
     std::vector<CDbPieceSizeObject> m_sizes;
     std::map<ChartKey, ChartQuantity> m_chart;
-    std::map<short, int> m_orderedByLayer;
+    std::map<short, qint64> m_orderedByLayer;
 };
 
 } // namespace KivSystem

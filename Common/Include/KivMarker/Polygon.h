@@ -52,7 +52,7 @@ public:
     std::vector<CDbVectorsObjectTable *> contourList; ///< the last is the current; owned
     std::vector<int> contourKinds;                    ///< a ContourKind for each contour
     CDbVectorsObjectTable internalPoints;
-    GeoRectangle polygonRect; ///< bounding rectangle of the current contour
+    GeoRectangle polygonRect; ///< bounding rectangle, set with the shape
     short colorIndex = 0;     ///< 0 for black, otherwise 1-based in the colour table
     short ballotNumber = 0;   ///< a character's code; 0 for none
     bool pairedBallot = false;
@@ -62,7 +62,7 @@ public:
     bool isLeft() const { return m_left; }
     const Placement &placement() const { return m_placement; }
     const std::vector<InternalLine> &internalLines() const { return m_internalLines; }
-    std::vector<std::unique_ptr<CDbTextObject>> texts; ///< the polygon's own texts
+    std::vector<std::unique_ptr<CDbTextObject>> polygonTexts; ///< its own texts
 
     /// Gives the polygon the shape of its piece, moved by the placement, as its cut contour.
     void place(const CDbPieceSizeObject &size, const Placement &placement);
@@ -73,7 +73,7 @@ public:
 
     /// The current contour, null before one is set.
     const CDbVectorsObjectTable *currentContour() const;
-    /// Area of the current contour in square centimetres, brought up to date with it.
+    /// Area of the contour that place() or setOwnShape() gave, in square centimetres.
     double area() const { return m_area; }
 
 private:

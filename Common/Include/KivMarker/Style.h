@@ -5,6 +5,7 @@
 
 #include <QString>
 
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -12,6 +13,7 @@ namespace KivSystem {
 
 class CDbFabricObject;
 class CDbPieceObject;
+class CDbStyleObject;
 
 /// One size of a style.
 struct StyleSize
@@ -25,9 +27,8 @@ struct StyleSize
 class CDbStyleSizeObjectTable
 {
 public:
-    /// `layers` is the number of layers of the marker; all quantities start at 0.
-    CDbStyleSizeObjectTable(
-        const CDbFabricObject *fabric, const std::vector<StyleSize> &sizes, int layers);
+    /// All quantities start at 0. The style and the fabric outlive the table.
+    CDbStyleSizeObjectTable(const CDbStyleObject &style, const CDbFabricObject *fabric);
 
     /// Number of sizes in the table.
     short getNumberStyleSize() const;
@@ -39,7 +40,7 @@ public:
         const CDbFabricObject *fabric, short layer, const CDbPieceObject *piece, short size) const;
 
     /// Garments of all sizes in a 1-based layer.
-    int garmentsInLayer(short layer) const;
+    qint64 garmentsInLayer(short layer) const;
 
     /// Sets the quantity of the table's own 1-based `size` in the 1-based `layer`; false past the
     /// end, with nothing changed.
@@ -49,11 +50,9 @@ public:
     const StyleSize *findByNumber(short number) const;
 
 private:
-    int position(short number) const; // 0-based, -1 for none
-
+    const CDbStyleObject *m_style;
     const CDbFabricObject *m_fabric;
-    std::vector<StyleSize> m_sizes;
-    std::vector<std::vector<short>> m_quantities; // by layer, then by size
+    std::map<short, std::vector<short>> m_quantities; // by layer, then by size; none: all zero
 };
 
 class CDbStyleObject
@@ -67,21 +66,24 @@ public:
 
     /// The sizes in their order, the same on every fabric.
     const std::vector<StyleSize> &sizes() const { return m_sizes; }
-    bool hasSize(short number) const;
+    /// 0-based position of the size with that number; -1 when there is none.
+    int sizePosition(short number) const;
 
     /// The size table of the style for a 1-based fabric, owned by the style. Past the end: null and
     /// k_error_index.
     CDbStyleSizeObjectTable *findStyleSizeObjectTable(short fabric, short *error) const;
 
-    /// Adds the table of the next fabric, with zero quantities. The drawing calls it for each of
-    /// its fabrics, in their order.
-    void addTable(const CDbFabricObject *fabric, int layers);
+    /// Adds the next fabric. The drawing calls it for each of its fabrics, in their order.
+    void addFabric(const CDbFabricObject *fabric);
 
 private:
     QString m_name;
     QString m_sourceFile;
     std::vector<StyleSize> m_sizes;
-    std::vector<std::unique_ptr<CDbStyleSizeObjectTable>> m_tables; // by fabric
+    std::map<short, int> m_positions; // of the sizes, by their numbers
+    std::vector<const CDbFabricObject *> m_fabrics;
+    // By fabric, made when they are first asked for: few styles are on many fabrics.
+    mutable std::map<short, std::unique_ptr<CDbStyleSizeObjectTable>> m_tables;
 };
 
 } // namespace KivSystem
