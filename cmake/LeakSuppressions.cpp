@@ -1,6 +1,12 @@
 // Leaks that are not ours, for the leak checker of a sanitized program.
 
+extern "C" const char *__lsan_default_options();
 extern "C" const char *__lsan_default_suppressions();
+
+extern "C" const char *__lsan_default_options()
+{
+    return "print_suppressions=0"; // standard error is for the program's own messages
+}
 
 extern "C" const char *__lsan_default_suppressions()
 {
