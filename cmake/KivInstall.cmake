@@ -9,9 +9,10 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/KivConfigVersion.cmake
 install(FILES ${PROJECT_BINARY_DIR}/KivConfig.cmake ${PROJECT_BINARY_DIR}/KivConfigVersion.cmake
     DESTINATION ${kiv_cmake_dir} COMPONENT Development)
 
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/io DESTINATION ${KIV_PLUGINS_INSTALL_DIRECTORY})
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/Samples/ DESTINATION ${CMAKE_INSTALL_DATADIR}/kiv/samples
-    FILES_MATCHING PATTERN "*.mar")
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/io DESTINATION ${KIV_PLUGINS_INSTALL_DIRECTORY}
+    PATTERN .gitkeep EXCLUDE)
+file(GLOB samples CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/Samples/*.mar)
+install(FILES ${samples} DESTINATION ${CMAKE_INSTALL_DATADIR}/kiv/samples)
 
 set(CPACK_PACKAGE_NAME kiv)
 set(CPACK_PACKAGE_CONTACT "The KivPlotOut developers <developers@kivplotout.example>")

@@ -96,7 +96,7 @@ QString JsonNode::checkedText(bool lineBreaks) const
     if (!m_value.isString()) {
         failType(QStringLiteral("a text"));
     }
-    const QString text = m_value.toString();
+    QString text = m_value.toString();
     if (text.size() > kLongestText) {
         fail(QStringLiteral("found a text of %1 characters").arg(text.size()),
             QStringLiteral("at most %1").arg(kLongestText));
