@@ -2,6 +2,7 @@
 
 #include "ManagerTextProcessor.h"
 #include "MarkerExporter.h"
+#include "TextProcessorImpl.h"
 
 #include <QCoreApplication>
 
@@ -45,7 +46,7 @@ struct FormatRow
 constexpr FormatRow formatTable[] = {
     {"KIV System Manager (txt)", 1, "kiv_txt", textAndCutFilter,
         makeProcessor<NC::ManagerTextProcessor>},
-    {"Text File", 2, "txt", textAndCutFilter, nullptr},
+    {"Text File", 2, "txt", textAndCutFilter, makeProcessor<NC::TextProcessorImpl>},
     {"Cut File ANSI", 50, "cut_ansi", textAndCutFilter, nullptr},
     {"Cut File Eastman", 51, "cut_eastman", textAndCutFilter, nullptr},
     {"Cut Labels", 53, "cut_labels", textAndCutFilter, nullptr},
