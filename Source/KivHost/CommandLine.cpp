@@ -67,6 +67,20 @@ void addImport(CLI::App &app, ImportOptions &options)
     addText(*verb, "-o,--output", options.output, "Marker file to write", "FILE")->required();
 }
 
+// An option that stands for a setting of this run.
+void addSetting(
+    CLI::App &app, const char *name, const char *setting, ExportOptions &options, const char *help)
+{
+    app.add_option_function<std::string>(
+           name,
+           [setting, &options](const std::string &text) {
+               options.settings.append(
+                   QString::fromLatin1(setting) + QLatin1Char('=') + QString::fromStdString(text));
+           },
+           help)
+        ->type_name("TEXT");
+}
+
 void addExport(CLI::App &app, ExportOptions &options)
 {
     CLI::App *verb = app.add_subcommand("export", "Write a marker in other formats");
@@ -78,6 +92,14 @@ void addExport(CLI::App &app, ExportOptions &options)
     addTexts(
         *verb, "--set", options.settings, "A setting for this run; may be repeated", "NAME=VALUE");
     addText(*verb, "--fields", options.fields, "Fields of the text file, such as 0,3,7", "LIST");
+    addSetting(*verb, "--field-separator", "field_separator", options,
+        "Between two fields of the text file");
+    addSetting(*verb, "--repeat-separator", "repeat_separator", options,
+        "Between the entries of a repeated field of the text file");
+    verb->add_flag_callback(
+        "--one-line-per-size",
+        [&options] { options.settings.append(QStringLiteral("one_line_per_size=true")); },
+        "The text file has a line for each size");
     verb->add_option_function<std::string>(
             "--not-optimised",
             [&options](

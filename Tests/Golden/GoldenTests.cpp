@@ -1,14 +1,14 @@
 // Exports every sample marker in every format that there is, as a person would with kivhost, and
-// compares what was written with the files beside this one: Tests/Golden/TAG/SAMPLE/FILE. A
-// difference is printed as a patch; `scripts/test --update-golden` applies it.
-//
-// What differs from machine to machine is masked by its field: the folder of the marker and the
-// dates of its file.
+// compares what was written with the files beside this one: Tests/Golden/TAG/SAMPLE/FILE, or
+// TAG/SAMPLE/VARIANT/FILE for the variants of the user's own report. A difference is printed as a
+// patch; `scripts/test --update-golden` applies it.
 
+#include <QDateTime>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QLocale>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -49,49 +49,61 @@ std::map<QString, QByteArray> filesBelow(const QString &folder)
     return files;
 }
 
-// Fields 1 (folder), 4 and 5 (dates of the file) of a report of all fields.
-QByteArray withoutMachine(const QByteArray &report)
+// One way of exporting. Its files stand in Tests/Golden/TAG/SAMPLE/, or below NAME there.
+struct Variant
 {
-    const std::map<int, QByteArray> masks{{1, "@FOLDER@"}, {4, "@CREATED@"}, {5, "@MODIFIED@"}};
-    QList<QByteArray> lines = report.split('\n');
-    for (QByteArray &line : lines) {
-        QList<QByteArray> fields = line.split('\t');
-        for (const auto &[field, mask] : masks) {
-            if (field < fields.size()) {
-                fields[field] = mask;
-            }
-        }
-        line = fields.join('\t');
-    }
-    return lines.join('\n');
+    const char *name; // empty for all formats as they come
+    QStringList arguments;
+    const char *settings = ""; // the user's stored settings
+};
+
+const Variant kVariants[] = {
+    {"", {"--all"}},
+    {"shuffled", {"--format", "txt", "--fields", "18,8,13,0,12,7,14,10"}},
+    // The dialog leaves out what is no field, keeps what stands twice, and reads "x" as 0.
+    {"repeated", {"--format", "txt"}, "[General]\nmarker_export_list=0, 99, 7, 7, -1, x, 8\n"},
+    {"marker", {"--format", "txt", "--fields", "0,2,3"}},
+    {"semicolon", {"--format", "txt", "--field-separator", ";"}},
+    {"comma", {"--format", "txt", "--field-separator", ",", "--repeat-separator", "; "}},
+    {"line-per-size", {"--format", "txt", "--field-separator", ";", "--one-line-per-size"}},
+};
+
+// Masks what differs from machine to machine: the folder of the marker and the dates of its file.
+QByteArray masked(QByteArray bytes, const QString &marker)
+{
+    const QFileInfo file(marker);
+    bytes.replace(file.absolutePath().toUtf8(), "@FOLDER@");
+    return bytes.replace(
+        QLocale::c().toString(file.lastModified().date(), QStringLiteral("d/M/yyyy")).toUtf8(),
+        "@DATE@");
 }
 
-QByteArray masked(const QString &tag, const QByteArray &bytes)
-{
-    return tag == QLatin1String("kiv_txt") || tag == QLatin1String("txt") ? withoutMachine(bytes)
-                                                                          : bytes;
-}
-
-// What `kivhost export --all` writes for a sample, masked, by "TAG/FILE".
-std::map<QString, QByteArray> exported(const QString &sample)
+// What `kivhost export` writes for a sample, masked, by "TAG/FILE".
+std::map<QString, QByteArray> exported(const QString &sample, const Variant &variant)
 {
     const QTemporaryDir folder;
     const QString marker = folder.filePath(sample + QStringLiteral(".mar"));
     EXPECT_TRUE(QFile::copy(kSamples + QLatin1Char('/') + sample + QStringLiteral(".mar"), marker));
+    QFile copy(marker); // the copy is as old as the sample otherwise
+    EXPECT_TRUE(copy.open(QIODevice::ReadWrite) &&
+                copy.setFileTime(QDateTime::currentDateTime(), QFileDevice::FileModificationTime));
+    copy.close();
+    write(folder.filePath(QStringLiteral("KivSystem/kivhost.ini")), variant.settings);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C"));
     environment.insert(QStringLiteral("HOME"), folder.path());
     environment.insert(QStringLiteral("XDG_CONFIG_HOME"), folder.path());
     QProcess host;
     host.setProcessEnvironment(environment);
-    host.start(kHost, {QStringLiteral("export"), marker, QStringLiteral("--all"),
-                          QStringLiteral("-o"), folder.filePath(QStringLiteral("out"))});
+    host.start(kHost, QStringList{QStringLiteral("export"), marker, QStringLiteral("-o"),
+                          folder.filePath(QStringLiteral("out"))} +
+                          variant.arguments);
     EXPECT_TRUE(host.waitForFinished(60000));
     EXPECT_EQ(host.exitCode(), 0) << host.readAllStandardError().toStdString();
 
     std::map<QString, QByteArray> files = filesBelow(folder.filePath(QStringLiteral("out")));
     for (auto &[path, bytes] : files) {
-        bytes = masked(path.section(QLatin1Char('/'), 0, 0), bytes);
+        bytes = masked(bytes, marker);
     }
     return files;
 }
@@ -115,20 +127,24 @@ TEST_P(Golden, ExportIsByteForByteTheFileInTheTree)
     const bool update = qEnvironmentVariableIsSet("KIV_UPDATE_GOLDEN");
     std::map<QString, QByteArray> expected;
     for (const auto &[path, bytes] : filesBelow(kGolden)) {
-        if (path.count(QLatin1Char('/')) == 2 && path.section(QLatin1Char('/'), 1, 1) == sample) {
+        if (path.section(QLatin1Char('/'), 1, 1) == sample) {
             expected[path] = bytes;
         }
     }
-    for (const auto &[path, bytes] : exported(sample)) {
-        const QString name = path.section(QLatin1Char('/'), 0, 0) + QLatin1Char('/') + sample +
-                             QLatin1Char('/') + path.section(QLatin1Char('/'), 1);
-        const QString golden = kGolden + QLatin1Char('/') + name;
-        if (update) {
-            write(golden, bytes);
-        } else if (expected.count(name) == 0 || expected.at(name) != bytes) {
-            ADD_FAILURE() << patch(golden, bytes).toStdString();
+    for (const Variant &variant : kVariants) {
+        for (const auto &[path, bytes] : exported(sample, variant)) {
+            const QString name = QDir::cleanPath(
+                QStringLiteral("%1/%2/%3/%4")
+                    .arg(path.section(QLatin1Char('/'), 0, 0), sample,
+                        QString::fromLatin1(variant.name), path.section(QLatin1Char('/'), 1)));
+            const QString golden = kGolden + QLatin1Char('/') + name;
+            if (update) {
+                write(golden, bytes);
+            } else if (expected.count(name) == 0 || expected.at(name) != bytes) {
+                ADD_FAILURE() << patch(golden, bytes).toStdString();
+            }
+            expected.erase(name);
         }
-        expected.erase(name);
     }
     for (const auto &[name, bytes] : expected) {
         if (update) {
