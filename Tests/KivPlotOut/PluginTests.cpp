@@ -24,7 +24,7 @@ const struct
     bool exports;
 } kFormats[] = {
     {"KIV System Manager (txt)", 1, "kiv_txt", kTextAndCut, true},
-    {"Text File", 2, "txt", kTextAndCut, false},
+    {"Text File", 2, "txt", kTextAndCut, true},
     {"Cut File ANSI", 50, "cut_ansi", kTextAndCut, false},
     {"Cut File Eastman", 51, "cut_eastman", kTextAndCut, false},
     {"Cut Labels", 53, "cut_labels", kTextAndCut, false},
