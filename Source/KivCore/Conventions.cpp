@@ -39,7 +39,7 @@ public:
                 return candidate;
             }
         }
-        report(key, *text, translated("cm, mm or in"));
+        report(key, *text, translated(QT_TRANSLATE_NOOP("KivSystem::KivLocale", "cm, mm or in")));
         return fallback;
     }
 
@@ -55,7 +55,8 @@ public:
             return number;
         }
         report(key, *text,
-            translated("a whole number from 0 to %1").arg(KivConventions::kMaximumDecimals));
+            translated(QT_TRANSLATE_NOOP("KivSystem::KivLocale", "a whole number from 0 to %1"))
+                .arg(KivConventions::kMaximumDecimals));
         return KivConventions::kDecimalsByUnit;
     }
 
@@ -74,8 +75,10 @@ private:
     void report(const QString &key, const QString &text, const QString &expected) const
     {
         if (m_problems) {
-            m_problems->append(translated("The setting %1 has the value \"%2\"; expected is %3.")
-                                   .arg(key, text, expected));
+            m_problems->append(
+                translated(QT_TRANSLATE_NOOP("KivSystem::KivLocale",
+                               "The setting %1 has the value \"%2\"; expected is %3."))
+                    .arg(key, text, expected));
         }
     }
 

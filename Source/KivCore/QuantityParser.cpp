@@ -96,21 +96,24 @@ private:
 
 KivParse incomplete()
 {
-    return {true, false, 0.0, translated("The value is not complete.")};
+    return {true, false, 0.0,
+        translated(QT_TRANSLATE_NOOP("KivSystem::KivLocale", "The value is not complete."))};
 }
 
 KivParse refused(const QString &text, const QLocale &locale, const QString &units)
 {
     return {false, false, 0.0,
-        translated("\"%1\" is not a value. Write digits with \"%2\" as decimal sign, without "
-                   "group separators; the unit can be %3.")
+        translated(QT_TRANSLATE_NOOP("KivSystem::KivLocale",
+                       "\"%1\" is not a value. Write digits with \"%2\" as decimal sign, without "
+                       "group separators; the unit can be %3."))
             .arg(text, QString(locale.decimalPoint()), units)};
 }
 
 KivParse accepted(double value)
 {
     if (!std::isfinite(value)) {
-        return {false, false, 0.0, translated("The value is too large.")};
+        return {false, false, 0.0,
+            translated(QT_TRANSLATE_NOOP("KivSystem::KivLocale", "The value is too large."))};
     }
     return {true, true, value, QString()};
 }

@@ -1,6 +1,7 @@
 #include "CommandLine.h"
 #include "CommandLineInterface.h"
 #include "Console.h"
+#include "HostTranslations.h"
 #include "Interruption.h"
 #include "KivCore/Application.h"
 #include "KivCore/Init.h"
@@ -41,6 +42,7 @@ class Host
 public:
     Host(const QDir &pluginsDirectory, const Console &console) : m_console(console)
     {
+        installTranslations(pluginsDirectory);
         auto user = std::make_unique<CommandLineInterface>(console);
         m_user = user.get();
         m_application = std::make_unique<KivApplication>(std::move(user), pluginsDirectory);

@@ -1,0 +1,19 @@
+// HostTranslations: the texts of the plug-ins and of Qt in the user's language.
+//
+// The .qm files lie below the plug-ins directory: translations/kiv_de.qm, translations/kiv_fr.qm.
+#ifndef KIVHOST_HOSTTRANSLATIONS_H
+#define KIVHOST_HOSTTRANSLATIONS_H
+
+class QDir;
+
+namespace KivSystem {
+
+/// Installs the first translation that there is among the languages of the user's locale; English,
+/// the language of the texts themselves, needs none and ends the search. Without any the texts stay
+/// English, which is no fault. The translators belong to the application object, which must exist.
+/// Plug-ins keep some texts as they first need them: this comes before one is loaded.
+void installTranslations(const QDir &pluginsDirectory);
+
+} // namespace KivSystem
+
+#endif

@@ -1,0 +1,275 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>KivSystem::KivApplication</name>
+    <message>
+        <source>Invalid Operation</source>
+        <translation>Ungültiger Vorgang</translation>
+    </message>
+</context>
+<context>
+    <name>KivSystem::KivDialog</name>
+    <message>
+        <source>Enter a value from %1 to %2.</source>
+        <translation>Geben Sie einen Wert von %1 bis %2 ein.</translation>
+    </message>
+    <message>
+        <source>%1: enter a value from %2 to %3.</source>
+        <translation>%1: Geben Sie einen Wert von %2 bis %3 ein.</translation>
+    </message>
+</context>
+<context>
+    <name>KivSystem::KivLocale</name>
+    <message>
+        <source>cm, mm or in</source>
+        <translation>cm, mm oder in</translation>
+    </message>
+    <message>
+        <source>a whole number from 0 to %1</source>
+        <translation>eine ganze Zahl von 0 bis %1</translation>
+    </message>
+    <message>
+        <source>The setting %1 has the value &quot;%2&quot;; expected is %3.</source>
+        <translation>Die Einstellung %1 hat den Wert „%2“; erwartet wird: %3.</translation>
+    </message>
+    <message>
+        <source>The value is not complete.</source>
+        <translation>Der Wert ist nicht vollständig.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is not a value. Write digits with &quot;%2&quot; as decimal sign, without group separators; the unit can be %3.</source>
+        <translation>„%1“ ist kein Wert. Schreiben Sie Ziffern mit „%2“ als Dezimalzeichen und ohne Tausendertrennzeichen; die Einheit kann %3 sein.</translation>
+    </message>
+    <message>
+        <source>The value is too large.</source>
+        <translation>Der Wert ist zu groß.</translation>
+    </message>
+</context>
+<context>
+    <name>KivSystem::MarkerExporter</name>
+    <message>
+        <source>Text File (*.txt)</source>
+        <translation>Textdatei (*.txt)</translation>
+    </message>
+    <message>
+        <source>Cut File (*.cut)</source>
+        <translation>Zuschnittdatei (*.cut)</translation>
+    </message>
+    <message>
+        <source>DXF File (*.dxf)</source>
+        <translation>DXF-Datei (*.dxf)</translation>
+    </message>
+</context>
+<context>
+    <name>QCoreApplication</name>
+    <message>
+        <source>All Files (*.*)</source>
+        <translation>Alle Dateien (*.*)</translation>
+    </message>
+    <message>
+        <source>Polygon optimization is performed only in Zentrim View?%1To export non optimized polygons, press Continue?</source>
+        <translation>Polygone werden nur in der Zentrim-Ansicht optimiert.%1Um nicht optimierte Polygone zu exportieren, drücken Sie Weiter.</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>Weiter</translation>
+    </message>
+    <message>
+        <source>  Go to Zentrim View  </source>
+        <translation>  Zur Zentrim-Ansicht wechseln  </translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Export Document as</source>
+        <translation>Dokument exportieren als</translation>
+    </message>
+</context>
+<context>
+    <name>TextExportFormat</name>
+    <message>
+        <source>Export Format</source>
+        <translation>Exportformat</translation>
+    </message>
+    <message>
+        <source>Insert the selected fields</source>
+        <translation>Ausgewählte Felder einfügen</translation>
+    </message>
+    <message>
+        <source>Remove the selected fields</source>
+        <translation>Ausgewählte Felder entfernen</translation>
+    </message>
+</context>
+<context>
+    <name>TextExportOptions</name>
+    <message>
+        <source>Text File Options</source>
+        <translation>Optionen der Textdatei</translation>
+    </message>
+    <message>
+        <source>Options</source>
+        <translation>Optionen</translation>
+    </message>
+    <message>
+        <source>Field Separator</source>
+        <translation>Feldtrennzeichen</translation>
+    </message>
+    <message>
+        <source>Tab Character</source>
+        <translation>Tabulatorzeichen</translation>
+    </message>
+    <message>
+        <source>Other</source>
+        <translation>Anderes</translation>
+    </message>
+    <message>
+        <source>Repeating Field Separator</source>
+        <translation>Trennzeichen in Wiederholfeldern</translation>
+    </message>
+    <message>
+        <source>Repeating Field Character</source>
+        <translation>Zeichen für Wiederholfelder</translation>
+    </message>
+    <message>
+        <source>One Line Per Size</source>
+        <translation>Eine Zeile je Größe</translation>
+    </message>
+</context>
+<context>
+    <name>TextProcessor</name>
+    <message>
+        <source>Fold on Bottom</source>
+        <translation>Bruch unten</translation>
+    </message>
+    <message>
+        <source>Fold on Top</source>
+        <translation>Bruch oben</translation>
+    </message>
+    <message>
+        <source>Tubular</source>
+        <translation>Schlauchware</translation>
+    </message>
+    <message>
+        <source>Plain</source>
+        <translation>Offenbreit</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>Ja</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>Nein</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Keine</translation>
+    </message>
+</context>
+<context>
+    <name>TextProcessorImpl</name>
+    <message>
+        <source>Marker Information</source>
+        <translation>Angaben zum Schnittbild</translation>
+    </message>
+    <message>
+        <source>Fabric Information</source>
+        <translation>Angaben zum Stoff</translation>
+    </message>
+    <message>
+        <source>Fabric and Layer</source>
+        <translation>Stoff und Lage</translation>
+    </message>
+    <message>
+        <source>File Name</source>
+        <translation>Dateiname</translation>
+    </message>
+    <message>
+        <source>Location</source>
+        <translation>Speicherort</translation>
+    </message>
+    <message>
+        <source>Comments</source>
+        <translation>Bemerkungen</translation>
+    </message>
+    <message>
+        <source>Keywords</source>
+        <translation>Stichwörter</translation>
+    </message>
+    <message>
+        <source>Creation date</source>
+        <translation>Erstellungsdatum</translation>
+    </message>
+    <message>
+        <source>Modification date</source>
+        <translation>Änderungsdatum</translation>
+    </message>
+    <message>
+        <source>Date stamp</source>
+        <translation>Datumsstempel</translation>
+    </message>
+    <message>
+        <source>Style name</source>
+        <translation>Modellname</translation>
+    </message>
+    <message>
+        <source>Fabric name</source>
+        <translation>Stoffname</translation>
+    </message>
+    <message>
+        <source>Marker type</source>
+        <translation>Schnittbildart</translation>
+    </message>
+    <message>
+        <source>One Way</source>
+        <translation>Nur eine Richtung</translation>
+    </message>
+    <message>
+        <source>Spacing</source>
+        <translation>Abstand</translation>
+    </message>
+    <message>
+        <source>Width</source>
+        <translation>Breite</translation>
+    </message>
+    <message>
+        <source>Layer name</source>
+        <translation>Lagenname</translation>
+    </message>
+    <message>
+        <source>Length</source>
+        <translation>Länge</translation>
+    </message>
+    <message>
+        <source>Estimate</source>
+        <translation>Schätzwert</translation>
+    </message>
+    <message>
+        <source>Efficiency</source>
+        <translation>Nutzungsgrad</translation>
+    </message>
+    <message>
+        <source>Placed pieces</source>
+        <translation>Gelegte Teile</translation>
+    </message>
+    <message>
+        <source>Pieces to be placed</source>
+        <translation>Zu legende Teile</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Größe</translation>
+    </message>
+    <message>
+        <source>Special</source>
+        <translation>Sondergröße</translation>
+    </message>
+    <message>
+        <source>Breakdown value</source>
+        <translation>Wert im Größenschlüssel</translation>
+    </message>
+</context>
+</TS>
