@@ -5,6 +5,7 @@
 #include "KivCore/ExporterFactory.h"
 #include "KivMarker/Document.h"
 #include "KivMarker/MarkerFile.h"
+#include "KivMarker/ShareGlobales.h"
 #include "Verbs.h"
 
 #include <QDir>
@@ -228,6 +229,8 @@ int exportMarker(const ExportOptions &options, ExporterFactory &factory, Command
         overlay.emplace(options.settingsFile, values);
     }
     applyConventions(console);
+    restoreCutSettings(console);
+    const CutSettings cutSettings = CDbMarkerShareGlobales::instance()->cutSettings();
 
     requireReadableFile(options.marker);
     std::unique_ptr<DocumentMak> document;
@@ -250,6 +253,7 @@ int exportMarker(const ExportOptions &options, ExporterFactory &factory, Command
         }
         run.exportTo(formats[index]);
     }
+    storeCutSettings(cutSettings);
     return run.finish();
 }
 

@@ -3,6 +3,8 @@
 #include "Console.h"
 #include "KivCore/Conventions.h"
 #include "KivCore/Locale.h"
+#include "KivMarker/CutSettingsTable.h"
+#include "KivMarker/ShareGlobales.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -37,6 +39,19 @@ SettingType wholeNumber(int lowest, int highest)
             return isNumber && number >= lowest && number <= highest
                        ? QVariant(QString::number(number))
                        : QVariant();
+        },
+        [](const QVariant &value) { return value.toString(); }};
+}
+
+// A number with a point as its decimal sign, whatever the locale.
+SettingType number(double lowest, double highest, const QString &unit)
+{
+    const QString range = QStringLiteral("a number from %1 to %2").arg(lowest).arg(highest);
+    return {unit.isEmpty() ? range : QStringLiteral("%1 (%2)").arg(range, unit),
+        [lowest, highest](const QString &text) {
+            bool isNumber = false;
+            const double value = text.toDouble(&isNumber);
+            return isNumber && value >= lowest && value <= highest ? QVariant(value) : QVariant();
         },
         [](const QVariant &value) { return value.toString(); }};
 }
@@ -187,12 +202,11 @@ void checkStore(const QSettings &store, const QString &file)
     }
 }
 
-} // namespace
-
-const std::vector<Setting> &hostSettings()
+// Units, and what the text file remembers.
+std::vector<Setting> generalSettings()
 {
     const QStringList units = {QStringLiteral("cm"), QStringLiteral("mm"), QStringLiteral("in")};
-    static const std::vector<Setting> settings = {
+    return {
         {QStringLiteral("unit"), QStringLiteral("units/length"), choice(units),
             QStringLiteral("cm"), QStringLiteral("unit of lengths")},
         {QStringLiteral("ruler_x"), QStringLiteral("units/rulerX"), choice(units),
@@ -211,6 +225,48 @@ const std::vector<Setting> &hostSettings()
         {QStringLiteral("fields"), QStringLiteral("marker_export_list"), fieldList(),
             QStringLiteral("all"), QStringLiteral("fields of the text file, in their order")},
     };
+}
+
+QString cutSettingKey(const CutSettingDescription &cut)
+{
+    return QStringLiteral("cut/") + QLatin1String(cut.name);
+}
+
+// A cut setting as the marker library, which obeys it, describes it.
+Setting cutSetting(const CutSettingDescription &cut)
+{
+    using Kind = CutSettingDescription::Kind;
+    const double value = cut.valueIn(CutSettings());
+    Setting setting;
+    setting.name = QString::fromLatin1(cut.name);
+    setting.key = cutSettingKey(cut);
+    setting.meaning = QString::fromLatin1(cut.meaning);
+    setting.defaultText = QString::number(value);
+    if (cut.kind == Kind::Flag) {
+        setting.type = flag();
+        setting.defaultText = value != 0 ? QStringLiteral("true") : QStringLiteral("false");
+    } else if (cut.kind == Kind::Choice) {
+        setting.type = wholeNumber(static_cast<int>(cut.lowest), static_cast<int>(cut.highest));
+    } else {
+        setting.type = number(cut.lowest, cut.highest, cut.unit());
+    }
+    return setting;
+}
+
+std::vector<Setting> allSettings()
+{
+    std::vector<Setting> settings = generalSettings();
+    for (const CutSettingDescription &cut : cutSettingDescriptions()) {
+        settings.push_back(cutSetting(cut));
+    }
+    return settings;
+}
+
+} // namespace
+
+const std::vector<Setting> &hostSettings()
+{
+    static const std::vector<Setting> settings = allSettings();
     return settings;
 }
 
@@ -287,6 +343,34 @@ SettingsOverlay::SettingsOverlay(const QString &file, const std::vector<SettingV
 SettingsOverlay::~SettingsOverlay()
 {
     setStorePaths(m_userPath, m_systemPath);
+}
+
+void restoreCutSettings(const Console &console)
+{
+    const QSettings store;
+    CutSettings values;
+    for (const CutSettingDescription &cut : cutSettingDescriptions()) {
+        const Setting setting = cutSetting(cut);
+        const QString text = currentText(setting, store);
+        const QVariant value = setting.type.parse(text);
+        if (!value.isValid() || !cut.setValueIn(values, value.toDouble())) {
+            console.message(expectation(setting, text));
+        }
+    }
+    CDbMarkerShareGlobales::instance()->setCutSettings(values);
+}
+
+void storeCutSettings(const CutSettings &before)
+{
+    QSettings store;
+    const CutSettings &now = CDbMarkerShareGlobales::instance()->cutSettings();
+    for (const CutSettingDescription &cut : cutSettingDescriptions()) {
+        const double value = cut.valueIn(now);
+        if (value != cut.valueIn(before)) {
+            const bool isFlag = cut.kind == CutSettingDescription::Kind::Flag;
+            store.setValue(cutSettingKey(cut), isFlag ? QVariant(value != 0) : QVariant(value));
+        }
+    }
 }
 
 void applyConventions(const Console &console)

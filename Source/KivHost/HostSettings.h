@@ -21,6 +21,7 @@ class QSettings;
 namespace KivSystem {
 
 struct Console;
+struct CutSettings;
 
 /// How a setting reads on the command line and in the store.
 struct SettingType
@@ -81,6 +82,12 @@ private:
 
 /// Makes KivLocale use the units of the present store; bad values are told and passed over.
 void applyConventions(const Console &console);
+
+/// Gives the marker library the cut settings of the present store; bad values are told and their
+/// defaults taken.
+void restoreCutSettings(const Console &console);
+/// Stores the cut settings that a panel changed since they were `before`.
+void storeCutSettings(const CutSettings &before);
 
 } // namespace KivSystem
 

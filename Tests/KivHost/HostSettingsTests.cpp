@@ -1,6 +1,7 @@
 #include "HostSettings.h"
 #include "HostTestSupport.h"
 #include "KivCore/Locale.h"
+#include "KivMarker/ShareGlobales.h"
 
 #include <QSettings>
 
@@ -30,6 +31,9 @@ TEST(HostSettings, AssignmentsAreStoredAsThePlugInReadsThem)
         {"one_line_per_size=true", "text_export/option/_2", true},
         {"one_line_per_size=false", "text_export/option/_2", false},
         {"fields=21,0,0", "marker_export_list", QStringList({"21", "0", "0"})},
+        {"CutScaleX=98.5", "cut/CutScaleX", 98.5},
+        {"CutLabelM31=true", "cut/CutLabelM31", true},
+        {"EastCutTypeDrill=2", "cut/EastCutTypeDrill", "2"},
     };
     for (const auto &entry : cases) {
         const SettingValue value = parseSetting(entry.assignment);
@@ -51,6 +55,12 @@ TEST(HostSettings, WrongAssignmentsAreTold)
         {"unit", "2 setting \"unit\": expected NAME=VALUE"},
         {"Unit=mm", "2 there is no setting \"Unit\"; \"kivhost settings\" lists them"},
         {"unit=km", "2 setting unit: found \"km\", expected one of cm, mm, in"},
+        {"CutScaleX=111",
+            "2 setting CutScaleX: found \"111\", expected a number from 1 to 110 (%)"},
+        {"CutScaleX=nan",
+            "2 setting CutScaleX: found \"nan\", expected a number from 1 to 110 (%)"},
+        {"CutOrderCrans=4",
+            "2 setting CutOrderCrans: found \"4\", expected a whole number from 0 to 3"},
         {"decimals=7", "2 setting decimals: found \"7\", expected a whole number from 0 to 6"},
         {"decimals=-1", "2 setting decimals: found \"-1\", expected a whole number from 0 to 6"},
         {"decimals=2.0", "2 setting decimals: found \"2.0\", expected a whole number from 0 to 6"},
@@ -140,6 +150,33 @@ TEST_F(SettingsOverlayTest, ConventionsFollowTheStoreAndBadOnesAreTold)
     QSettings().clear();
     applyConventions(kept.console);
     EXPECT_EQ(KivLocale(QLocale::c()).formatLength(12.34), "12.34");
+}
+
+TEST(HostSettings, CutSettingsGoFromTheStoreToTheMarkerLibraryAndBack)
+{
+    KeptConsole kept;
+    QSettings store;
+    store.clear();
+    store.setValue("cut/CutScaleX", 98.5);
+    store.setValue("cut/CutCommandM19", false);
+    store.setValue("cut/EastCutTypeDrill", 7); // there is no such drill
+    restoreCutSettings(kept.console);
+    CDbMarkerShareGlobales *shared = CDbMarkerShareGlobales::instance();
+    EXPECT_EQ(shared->getCutScaleX(), 98.5);
+    EXPECT_FALSE(shared->getCutCommandM19());
+    EXPECT_EQ(shared->getEastCutTypeDrill(), CutSettings().eastCutTypeDrill);
+    EXPECT_EQ(kept.err, "kivhost: setting EastCutTypeDrill: found \"7\", expected a whole number "
+                        "from 0 to 5\n");
+
+    const CutSettings before = shared->cutSettings();
+    shared->setCutNotchOrder(NotchAfterOutline);
+    shared->setCutFabricEdge(true);
+    storeCutSettings(before);
+    EXPECT_EQ(QSettings().value("cut/CutOrderCrans").toInt(), NotchAfterOutline);
+    EXPECT_EQ(QSettings().value("cut/CutFabricEdge"), true);
+    EXPECT_FALSE(QSettings().contains("cut/CutScaleY")); // nobody changed it
+    shared->setCutSettings(CutSettings());
+    store.clear();
 }
 
 } // namespace
