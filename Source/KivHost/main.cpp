@@ -108,6 +108,7 @@ int main(int argc, char **argv)
 
     // A verb works without a display, and the names in its arguments are not Qt's options.
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     int qtArgumentCount = 1;
     const QApplication application(qtArgumentCount, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("KivSystem"));
