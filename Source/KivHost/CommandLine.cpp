@@ -10,13 +10,22 @@ namespace KivSystem {
 
 namespace {
 
+// Text of an argument; one without a value is none.
+QString textOf(const std::string &text, const std::string &names)
+{
+    if (text.empty()) {
+        const std::string name = names.substr(names.find(',') + 1); // the longest stands last
+        throw CLI::ValidationError(name + ": expected a value, found an empty one");
+    }
+    return QString::fromStdString(text);
+}
+
 CLI::Option *addText(
     CLI::App &app, const char *name, QString &target, const char *help, const char *value = "")
 {
     return app
         .add_option_function<std::string>(
-            name, [&target](const std::string &text) { target = QString::fromStdString(text); },
-            help)
+            name, [name, &target](const std::string &text) { target = textOf(text, name); }, help)
         ->type_name(value);
 }
 
@@ -27,9 +36,9 @@ CLI::Option *addTexts(
     return app
         .add_option_function<std::vector<std::string>>(
             name,
-            [&target](const std::vector<std::string> &texts) {
+            [name, &target](const std::vector<std::string> &texts) {
                 for (const std::string &text : texts) {
-                    target.append(QString::fromStdString(text));
+                    target.append(textOf(text, name));
                 }
             },
             help)
@@ -124,10 +133,8 @@ std::string findFault(const CLI::App &app, const ExportOptions &options)
     if (!app.got_subcommand("export")) {
         return {};
     }
-    if (options.formats.isEmpty() && !options.all) {
-        return "one of --format and --all is required";
-    }
-    return options.directory.isEmpty() ? "--output: expected a directory" : std::string();
+    return options.formats.isEmpty() && !options.all ? "one of --format and --all is required"
+                                                     : std::string();
 }
 
 } // namespace
@@ -159,6 +166,12 @@ CommandLine parseCommandLine(
         return result;
     }
     try {
+        for (int argument = 1; argument < count; ++argument) {
+            if (QString::fromUtf8(arguments[argument]).toUtf8() != arguments[argument]) {
+                throw CLI::ValidationError(
+                    "argument " + std::to_string(argument) + " is not UTF-8 text");
+            }
+        }
         app.require_subcommand(1);
         app.parse(count, arguments);
         const std::string fault = findFault(app, exported);

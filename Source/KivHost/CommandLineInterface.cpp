@@ -4,6 +4,9 @@
 #include "ExportStaging.h"
 #include "KivCore/Dialog.h"
 
+#include <QDialogButtonBox>
+#include <QPushButton>
+
 namespace KivSystem {
 
 CommandLineInterface::CommandLineInterface(const Console &console) : m_console(console) {}
@@ -51,7 +54,14 @@ void CommandLineInterface::displayWarning(const QString &message, const QString 
 int CommandLineInterface::execDialog(KivDialog &dialog)
 {
     dialog.setResult(QDialog::Rejected);
-    dialog.accept();
+    const auto *buttons = dialog.findChild<QDialogButtonBox *>();
+    const QPushButton *ok = buttons != nullptr ? buttons->button(QDialogButtonBox::Ok) : nullptr;
+    if (ok != nullptr && !ok->isEnabled()) { // nobody could accept it
+        m_reason = QStringLiteral("nothing is chosen in \"%1\"").arg(dialog.windowTitle());
+        dialog.reject();
+    } else {
+        dialog.accept();
+    }
     return dialog.result();
 }
 

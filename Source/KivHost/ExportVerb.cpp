@@ -5,7 +5,6 @@
 #include "KivCore/ExporterFactory.h"
 #include "KivMarker/Document.h"
 #include "KivMarker/MarkerFile.h"
-#include "KivMarker/ShareGlobales.h"
 #include "Verbs.h"
 
 #include <QDir>
@@ -18,7 +17,6 @@
 #include <boost/pointer_cast.hpp>
 
 #include <algorithm>
-#include <optional>
 
 namespace KivSystem {
 
@@ -224,13 +222,11 @@ int exportMarker(const ExportOptions &options, ExporterFactory &factory, Command
     const std::vector<SettingValue> values = settingsOf(options);
     const std::vector<FileFormat> formats = chosenFormats(options, factory);
 
-    std::optional<SettingsOverlay> overlay;
-    if (!values.empty() || !options.settingsFile.isEmpty()) {
-        overlay.emplace(options.settingsFile, values);
-    }
+    // A format hands its choices on through the settings: a copy can always be written, and the
+    // user's own stay as they are.
+    const SettingsOverlay overlay(options.settingsFile, values, console);
     applyConventions(console);
     restoreCutSettings(console);
-    const CutSettings cutSettings = CDbMarkerShareGlobales::instance()->cutSettings();
 
     requireReadableFile(options.marker);
     std::unique_ptr<DocumentMak> document;
@@ -253,7 +249,6 @@ int exportMarker(const ExportOptions &options, ExporterFactory &factory, Command
         }
         run.exportTo(formats[index]);
     }
-    storeCutSettings(cutSettings);
     return run.finish();
 }
 

@@ -83,7 +83,8 @@ std::optional<char> fromHexadecimal(const QString &digits)
     return static_cast<char>(code);
 }
 
-// Text with the escapes \t, \n, \r, \\ and \xHH; invalid for any other escape.
+// Text with the escapes \t, \n, \r, \\ and \xHH; invalid for any other escape, and for what is no
+// text then.
 QVariant bytesFromText(const QString &text)
 {
     static const QString letters = QStringLiteral("tnr\\");
@@ -109,7 +110,9 @@ QVariant bytesFromText(const QString &text)
             return {};
         }
     }
-    return bytes;
+    // The panel holds separators as text: what is no text, or stands behind a zero byte, is lost.
+    const bool isText = QString::fromUtf8(bytes).toUtf8() == bytes && !bytes.contains('\0');
+    return isText ? QVariant(bytes) : QVariant();
 }
 
 QString bytesToText(const QVariant &value)
@@ -194,10 +197,30 @@ void checkStore(const QSettings &store, const QString &file)
     if (store.status() != QSettings::NoError) {
         throw HostError(ExitUnreadable, QStringLiteral("%1: is not a settings file").arg(file));
     }
+    bool isAnyKnown = false;
     for (const Setting &setting : hostSettings()) {
+        isAnyKnown = isAnyKnown || store.contains(setting.key);
         const QString fault = findStoredFault(setting, store);
         if (!fault.isEmpty()) {
             throw HostError(ExitUnreadable, QStringLiteral("%1: %2").arg(file, fault));
+        }
+    }
+    if (!isAnyKnown && QFileInfo(file).size() > 0) {
+        throw HostError(
+            ExitUnreadable, QStringLiteral("%1: holds no setting of this program").arg(file));
+    }
+}
+
+// The field dialog passes over what is no field in the user's own list.
+constexpr char kFieldListKey[] = "marker_export_list";
+
+void dropFaults(QSettings &copy, const QString &file, const Console &console)
+{
+    for (const Setting &setting : hostSettings()) {
+        const QString fault = findStoredFault(setting, copy);
+        if (!fault.isEmpty() && setting.key != QLatin1String(kFieldListKey)) {
+            console.message(QStringLiteral("%1: %2").arg(file, fault));
+            copy.remove(setting.key);
         }
     }
 }
@@ -222,7 +245,7 @@ std::vector<Setting> generalSettings()
             QStringLiteral("\\x1d"), QStringLiteral("between the entries of a repeated field")},
         {QStringLiteral("one_line_per_size"), QStringLiteral("text_export/option/_2"), flag(),
             QStringLiteral("false"), QStringLiteral("the text file has a line for each size")},
-        {QStringLiteral("fields"), QStringLiteral("marker_export_list"), fieldList(),
+        {QStringLiteral("fields"), QString::fromLatin1(kFieldListKey), fieldList(),
             QStringLiteral("all"), QStringLiteral("fields of the text file, in their order")},
     };
 }
@@ -300,12 +323,17 @@ QString currentText(const Setting &setting, const QSettings &store)
 
 QString findStoredFault(const Setting &setting, const QSettings &store)
 {
-    const QString text = store.contains(setting.key) ? currentText(setting, store) : QString();
-    return text.isEmpty() || setting.type.parse(text).isValid() ? QString()
-                                                                : expectation(setting, text);
+    if (!store.contains(setting.key)) {
+        return QString();
+    }
+    const QString text = currentText(setting, store);
+    const bool isEmptyList = text.isEmpty() && setting.key == QLatin1String(kFieldListKey);
+    return isEmptyList || setting.type.parse(text).isValid() ? QString()
+                                                             : expectation(setting, text);
 }
 
-SettingsOverlay::SettingsOverlay(const QString &file, const std::vector<SettingValue> &values)
+SettingsOverlay::SettingsOverlay(
+    const QString &file, const std::vector<SettingValue> &values, const Console &console)
     : m_userPath(storePath(QSettings::UserScope))
     , m_systemPath(storePath(QSettings::SystemScope))
 {
@@ -321,7 +349,9 @@ SettingsOverlay::SettingsOverlay(const QString &file, const std::vector<SettingV
                                                 QCoreApplication::applicationName())),
         QSettings::IniFormat);
     if (file.isEmpty()) {
-        copySettings(QSettings(), copy);
+        const QSettings store;
+        copySettings(store, copy);
+        dropFaults(copy, store.fileName(), console);
     } else {
         requireReadableFile(file);
         const QSettings store(file, QSettings::IniFormat);
@@ -358,19 +388,6 @@ void restoreCutSettings(const Console &console)
         }
     }
     CDbMarkerShareGlobales::instance()->setCutSettings(values);
-}
-
-void storeCutSettings(const CutSettings &before)
-{
-    QSettings store;
-    const CutSettings &now = CDbMarkerShareGlobales::instance()->cutSettings();
-    for (const CutSettingDescription &cut : cutSettingDescriptions()) {
-        const double value = cut.valueIn(now);
-        if (value != cut.valueIn(before)) {
-            const bool isFlag = cut.kind == CutSettingDescription::Kind::Flag;
-            store.setValue(cutSettingKey(cut), isFlag ? QVariant(value != 0) : QVariant(value));
-        }
-    }
 }
 
 void applyConventions(const Console &console)

@@ -21,7 +21,6 @@ class QSettings;
 namespace KivSystem {
 
 struct Console;
-struct CutSettings;
 
 /// How a setting reads on the command line and in the store.
 struct SettingType
@@ -66,9 +65,11 @@ QString findStoredFault(const Setting &setting, const QSettings &store);
 class SettingsOverlay
 {
 public:
-    /// Throws HostError: a file that cannot be read, or in which a known setting has a bad value
-    /// (ExitUnreadable); no place for the copy (ExitFailed).
-    SettingsOverlay(const QString &file, const std::vector<SettingValue> &values);
+    /// A bad value in the user's settings is told and left out. Throws HostError: a file that
+    /// cannot be read, that holds no setting, or in which one has a bad value (ExitUnreadable); no
+    /// place for the copy (ExitFailed).
+    SettingsOverlay(
+        const QString &file, const std::vector<SettingValue> &values, const Console &console);
     ~SettingsOverlay();
     SettingsOverlay(const SettingsOverlay &) = delete;
     SettingsOverlay &operator=(const SettingsOverlay &) = delete;
@@ -86,8 +87,6 @@ void applyConventions(const Console &console);
 /// Gives the marker library the cut settings of the present store; bad values are told and their
 /// defaults taken.
 void restoreCutSettings(const Console &console);
-/// Stores the cut settings that a panel changed since they were `before`.
-void storeCutSettings(const CutSettings &before);
 
 } // namespace KivSystem
 

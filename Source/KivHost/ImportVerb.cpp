@@ -20,6 +20,13 @@ int importMarker(const ImportOptions &options, const Console &console)
         throw HostError(
             ExitWrongUsage, QStringLiteral("--unit: expected a length in centimetres above 0"));
     }
+    for (const QString &source : {options.instance, options.layout}) {
+        const QString place = QFileInfo(source).canonicalFilePath();
+        if (!place.isEmpty() && place == QFileInfo(options.output).canonicalFilePath()) {
+            throw HostError(ExitWrongUsage,
+                QStringLiteral("%1: is read, expected another file to write").arg(options.output));
+        }
+    }
     applyConventions(console);
     const NestingInstance instance = readNestingInstance(options.instance, options.unit);
     std::optional<NestingLayout> layout;

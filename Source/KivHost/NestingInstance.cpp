@@ -9,6 +9,7 @@
 #include <QJsonObject>
 #include <QSet>
 
+#include <algorithm>
 #include <cmath>
 
 namespace KivSystem {
@@ -74,6 +75,12 @@ NestingInstance InstanceReader::read() const
             name.isString() ? QStringLiteral("found %1 characters").arg(instance.name.size())
                             : found(name),
             QStringLiteral("a text of 1 to %1 characters").arg(kLongestName));
+    }
+    const auto isControl = [](QChar c) { return c.category() == QChar::Other_Control; };
+    if (std::any_of(instance.name.begin(), instance.name.end(), isControl) ||
+        !instance.name.isValidUtf16()) {
+        m_fault.fail(QStringLiteral("$.name"), QStringLiteral("found control characters"),
+            QStringLiteral("a text on one line"));
     }
     const QString heightPlace = QStringLiteral("$.strip_height");
     instance.height = readLength(heightPlace, root[QStringLiteral("strip_height")]);
@@ -189,7 +196,7 @@ std::vector<GeoPoint2D> InstanceReader::readOutline(
         outline.push_back(
             readPoint(QStringLiteral("%1[%2]").arg(dataPlace).arg(index), data[index]));
     }
-    if (outline.front().equals(outline.back(), 0)) { // the last point repeats the first
+    while (outline.size() > 1 && outline.front().equals(outline.back(), 0)) { // repeats the first
         outline.pop_back();
     }
     const double area = GeoPolygon2D<GeoPoint2D>(outline).area();

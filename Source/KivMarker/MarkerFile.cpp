@@ -92,15 +92,14 @@ QByteArray MarkerFile::toBytes(const DocumentMak &document)
 void MarkerFile::save(const DocumentMak &document, const QString &path)
 {
     if (document.drawing() == nullptr) {
-        failFile(path, QStringLiteral("$: there is no drawing to write, expected one"));
+        failFile(path, QStringLiteral("cannot be written: there is no drawing"));
     }
     QSaveFile file(path);
     const QByteArray bytes = toBytes(document);
     const bool written =
         file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
     if (!written) {
-        failFile(path, QStringLiteral("$: cannot be written (%1), expected a file that can be")
-                           .arg(file.errorString()));
+        failFile(path, QStringLiteral("cannot be written: %1").arg(file.errorString()));
     }
 }
 

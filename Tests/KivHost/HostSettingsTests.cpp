@@ -24,8 +24,8 @@ TEST(HostSettings, AssignmentsAreStoredAsThePlugInReadsThem)
         {"field_separator=\\t", "text_export/option/_0", QByteArray("\t")},
         {"field_separator= = ", "text_export/option/_0", QByteArray(" = ")},
         {"field_separator=", "text_export/option/_0", QByteArray("")},
-        {"repeat_separator=a\\x00\\xfF\\\\\\n\\r", "text_export/option/_1",
-            QByteArray("a\0\xFF\\\n\r", 6)},
+        {"repeat_separator=a\\xC3\\xa9\\\\\\n\\r", "text_export/option/_1",
+            QByteArray("a\xC3\xA9\\\n\r")},
         {QString("repeat_separator=") + QString::fromUtf8("\xC3\xA9\xF0\x9F\xA7\xB5"),
             "text_export/option/_1", QByteArray("\xC3\xA9\xF0\x9F\xA7\xB5")},
         {"one_line_per_size=true", "text_export/option/_2", true},
@@ -64,6 +64,8 @@ TEST(HostSettings, WrongAssignmentsAreTold)
         {"decimals=7", "2 setting decimals: found \"7\", expected a whole number from 0 to 6"},
         {"decimals=-1", "2 setting decimals: found \"-1\", expected a whole number from 0 to 6"},
         {"decimals=2.0", "2 setting decimals: found \"2.0\", expected a whole number from 0 to 6"},
+        {"field_separator=a\\x00", "2 setting field_separator: found \"a\\x00\", " + bytes},
+        {"field_separator=\\xff", "2 setting field_separator: found \"\\xff\", " + bytes},
         {"field_separator=\\q", "2 setting field_separator: found \"\\q\", " + bytes},
         {"field_separator=\\x1", "2 setting field_separator: found \"\\x1\", " + bytes},
         {"field_separator=\\x-1", "2 setting field_separator: found \"\\x-1\", " + bytes},
@@ -86,17 +88,18 @@ class SettingsOverlayTest : public testing::Test
 protected:
     void SetUp() override { QSettings().clear(); }
     void TearDown() override { QSettings().clear(); }
+
+    KeptConsole kept;
 };
 
 TEST_F(SettingsOverlayTest, IsACopyOfTheUsersSettingsThatNeverTouchesThem)
 {
     QSettings().setValue("units/length", "in");
-    QSettings().setValue("text_export/option/_0", QByteArray("\x1D\0;", 3));
+    QSettings().setValue("text_export/option/_0", QByteArray("\x1D;"));
     {
-        const SettingsOverlay overlay(QString(), {parseSetting("decimals=4")});
+        const SettingsOverlay overlay(QString(), {parseSetting("decimals=4")}, kept.console);
         EXPECT_EQ(QSettings().value("units/length"), "in");
-        EXPECT_EQ(
-            QSettings().value("text_export/option/_0").toByteArray(), QByteArray("\x1D\0;", 3));
+        EXPECT_EQ(QSettings().value("text_export/option/_0").toByteArray(), QByteArray("\x1D;"));
         EXPECT_EQ(QSettings().value("units/decimals").toInt(), 4);
         QSettings().setValue("units/length", "mm"); // as a panel would that closes
     }
@@ -111,7 +114,7 @@ TEST_F(SettingsOverlayTest, AFileStandsInForTheUsersSettingsAndStaysAsItIs)
     const QString file = folder.write("run.ini", content);
     QSettings().setValue("units/decimals", 5);
     {
-        const SettingsOverlay overlay(file, {parseSetting("ruler_x=in")});
+        const SettingsOverlay overlay(file, {parseSetting("ruler_x=in")}, kept.console);
         EXPECT_EQ(QSettings().value("units/length"), "mm");
         EXPECT_EQ(QSettings().value("units/rulerX"), "in");
         EXPECT_FALSE(QSettings().contains("units/decimals"));
@@ -127,20 +130,36 @@ TEST_F(SettingsOverlayTest, AFileThatIsNoSettingsFileIsTold)
     const Folder folder;
     const std::pair<QByteArray, QString> cases[] = {
         {"[units\nlength", "is not a settings file"},
+        {"[General]\nfields=0\n", "holds no setting of this program"},
+        {QByteArray("\x00\xff[[[=\n%%%%", 11), "holds no setting of this program"},
+        {"[units]\nlength=\n", "setting unit: found \"\", expected one of cm, mm, in"},
         {"[units]\ndecimals=many\n",
             "setting decimals: found \"many\", expected a whole number from 0 to 6"},
     };
     for (const auto &[content, fault] : cases) {
         const QString file = folder.write(QString::number(content.size()) + ".ini", content);
-        EXPECT_EQ(faultOf([&] { SettingsOverlay(file, {}); }), "3 " + file + ": " + fault);
+        EXPECT_EQ(
+            faultOf([&] { SettingsOverlay(file, {}, kept.console); }), "3 " + file + ": " + fault);
     }
-    EXPECT_EQ(faultOf([&] { SettingsOverlay(folder.path("no.ini"), {}); }),
+    EXPECT_EQ(faultOf([&] { SettingsOverlay(folder.path("no.ini"), {}, kept.console); }),
         "3 " + folder.path("no.ini") + ": there is no such file");
+}
+
+TEST_F(SettingsOverlayTest, WhatIsWrongInTheUsersOwnSettingsIsToldAndLeftOut)
+{
+    QSettings().setValue("text_export/option/_2", "maybe");
+    QSettings().setValue("units/decimals", 77);
+    QSettings().setValue("marker_export_list", QStringList({"99", "0"})); // the dialog's affair
+    const SettingsOverlay overlay(QString(), {}, kept.console);
+    EXPECT_TRUE(kept.err.contains("decimals: found \"77\"")) << kept.err;
+    EXPECT_TRUE(kept.err.contains("one_line_per_size: found \"maybe\"")) << kept.err;
+    EXPECT_FALSE(QSettings().contains("text_export/option/_2"));
+    EXPECT_FALSE(QSettings().contains("units/decimals"));
+    EXPECT_EQ(QSettings().value("marker_export_list").toStringList().size(), 2);
 }
 
 TEST_F(SettingsOverlayTest, ConventionsFollowTheStoreAndBadOnesAreTold)
 {
-    KeptConsole kept;
     QSettings().setValue("units/length", "mm");
     QSettings().setValue("units/decimals", "many");
     applyConventions(kept.console);
@@ -152,7 +171,7 @@ TEST_F(SettingsOverlayTest, ConventionsFollowTheStoreAndBadOnesAreTold)
     EXPECT_EQ(KivLocale(QLocale::c()).formatLength(12.34), "12.34");
 }
 
-TEST(HostSettings, CutSettingsGoFromTheStoreToTheMarkerLibraryAndBack)
+TEST(HostSettings, CutSettingsGoFromTheStoreToTheMarkerLibrary)
 {
     KeptConsole kept;
     QSettings store;
@@ -167,14 +186,6 @@ TEST(HostSettings, CutSettingsGoFromTheStoreToTheMarkerLibraryAndBack)
     EXPECT_EQ(shared->getEastCutTypeDrill(), CutSettings().eastCutTypeDrill);
     EXPECT_EQ(kept.err, "kivhost: setting EastCutTypeDrill: found \"7\", expected a whole number "
                         "from 0 to 5\n");
-
-    const CutSettings before = shared->cutSettings();
-    shared->setCutNotchOrder(NotchAfterOutline);
-    shared->setCutFabricEdge(true);
-    storeCutSettings(before);
-    EXPECT_EQ(QSettings().value("cut/CutOrderCrans").toInt(), NotchAfterOutline);
-    EXPECT_EQ(QSettings().value("cut/CutFabricEdge"), true);
-    EXPECT_FALSE(QSettings().contains("cut/CutScaleY")); // nobody changed it
     shared->setCutSettings(CutSettings());
     store.clear();
 }

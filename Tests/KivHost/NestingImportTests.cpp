@@ -13,7 +13,7 @@ const char *const kInstance = R"({
 "name": "demo", "strip_height": 10.0, "items": [
 {"id": 4, "demand": 2, "allowed_orientations": [0.0, 180.0], "dxf": "no/such.dxf",
  "shape": {"type": "simple_polygon",
-           "data": [[0, 0], [6, 0], [6, 2], [2, 2], [2, 4], [0, 4], [0, 0]]}},
+           "data": [[0, 0], [6, 0], [6, 2], [2, 2], [2, 4], [0, 4], [0, 0], [0, 0]]}},
 {"id": 7, "demand": 1,
  "shape": {"type": "simple_polygon", "data": [[-1, -1], [1, -1], [1, 1], [-1, 1]]}}
 ]})";
@@ -154,6 +154,8 @@ TEST_F(NestingImportTest, FaultsOfTheInstanceAreToldWithTheirPlace)
         {"\"demo\"", "7", "i.json: $.name: found 7, expected a text of 1 to 10000 characters"},
         {"\"demo\"", "\"\"",
             "i.json: $.name: found 0 characters, expected a text of 1 to 10000 characters"},
+        {"\"demo\"", "\"a\\nb\"",
+            "i.json: $.name: found control characters, expected a text on one line"},
         {"10.0", "\"10\"",
             "i.json: $.strip_height: found a text, expected a number that stands for no more than "
             "100000 cm"},
@@ -272,6 +274,9 @@ TEST_F(NestingImportTest, AMarkerThatCannotBeWrittenIsTold)
     ImportOptions options{folder.write("i.json", kInstance), QString(), 1, folder.path("no/o.mar")};
     const QString fault = faultOf([&] { importMarker(options, kept.console); });
     EXPECT_TRUE(fault.startsWith("1 " + folder.path("no/o.mar") + ": ")) << fault;
+    options.output = folder.path("../") + QFileInfo(folder.path()).fileName() + "/i.json";
+    EXPECT_EQ(faultOf([&] { importMarker(options, kept.console); }),
+        "2 " + options.output + ": is read, expected another file to write");
     options.unit = 0;
     EXPECT_EQ(faultOf([&] { importMarker(options, kept.console); }),
         "2 --unit: expected a length in centimetres above 0");

@@ -58,6 +58,26 @@ TEST_F(ProgramTest, WritesAMarkerInTheManagersFormat)
     EXPECT_EQ(folder.read("out/kiv_txt/small.txt").split('\t').value(12), "1500.000");
 }
 
+TEST_F(ProgramTest, TheTextFileNeedsNoStoreThatCanBeWrittenAndChangesNone)
+{
+    folder.write("home/KivSystem", "a file where the settings' folder would be");
+    ASSERT_EQ(run({"export", "small.mar", "--format", "txt", "-o", "out"}), 0) << err;
+    EXPECT_EQ(folder.read("out/txt/small.txt").split('\t').size(), 22);
+
+    QFile::remove(folder.path("home/KivSystem"));
+    const QByteArray store = "[General]\nmarker_export_list=0, 8\n";
+    folder.write("home/KivSystem/kivhost.ini", store);
+    ASSERT_EQ(run({"export", "small.mar", "--format", "txt", "-o", "out"}), 0) << err;
+    EXPECT_EQ(folder.read("out/txt/small.txt"), "small.mar\tShell\nsmall.mar\tLining\n");
+    EXPECT_EQ(folder.read("home/KivSystem/kivhost.ini"), store);
+
+    // No field is left: nobody could accept such a dialog, and the old report stays.
+    folder.write("home/KivSystem/kivhost.ini", "[General]\nmarker_export_list=99, 98\n");
+    EXPECT_EQ(run({"export", "small.mar", "--format", "txt", "-o", "out"}), 1);
+    EXPECT_EQ(err, "kivhost: Text File: was not written: nothing is chosen in \"Export Format\"\n");
+    EXPECT_EQ(folder.read("out/txt/small.txt"), "small.mar\tShell\nsmall.mar\tLining\n");
+}
+
 TEST_F(ProgramTest, ExitStatusAndSentenceTellWhatIsWrong)
 {
     folder.write("broken.mar", "{\"format\": \"kiv-marker\"");
@@ -71,6 +91,8 @@ TEST_F(ProgramTest, ExitStatusAndSentenceTellWhatIsWrong)
         QString begin; // of standard error
     } cases[] = {
         {{"info", "small.mar"}, 0, ""},
+        {{"export", "small.mar", "--all", "-o", "out", "--fields", ""}, 2,
+            "kivhost: --fields: expected a value, found an empty one\n" + help},
         {{"info", "--", "-odd.mar"}, 0, ""},
         {{"info", "./-odd.mar", "--json"}, 0, ""},
         {{"info", QString::fromUtf8("W\xC3\xA4sche.mar")}, 0, ""}, // in the C locale
@@ -85,7 +107,8 @@ TEST_F(ProgramTest, ExitStatusAndSentenceTellWhatIsWrong)
         {{"export", "small.mar", "-o", "out"}, 2,
             "kivhost: one of --format and --all is required\n" + help},
         {{"export", "small.mar", "--all", "--format", "txt", "-o", "out"}, 2, "kivhost: "},
-        {{"export", "small.mar", "--all", "-o", ""}, 2, "kivhost: --output: expected a directory"},
+        {{"export", "small.mar", "--all", "-o", ""}, 2,
+            "kivhost: --output: expected a value, found an empty one"},
         {{"export", "small.mar", "--format", "pdf", "-o", "out"}, 2,
             "kivhost: there is no format \"pdf\"; \"kivhost formats\" lists them\n"},
         {{"export", "small.mar", "--all", "--set", "size=3", "-o", "out"}, 2,

@@ -17,7 +17,7 @@ namespace KivSystem {
 class DocumentMak;
 
 /// A marker file that cannot be read or written. what() is one sentence in UTF-8:
-/// `FILE: JSON path: what is wrong, what is expected`.
+/// `FILE: JSON path: what is wrong, what is expected`, or `FILE: cannot be written: reason`.
 class MarkerFileError : public std::runtime_error
 {
 public:
