@@ -57,11 +57,34 @@ void addFormats(CLI::App &app, FormatsOptions &options)
     addJson(*verb, options.json);
 }
 
+void addSettingsSource(CLI::App &app, SettingsSource &source)
+{
+    addTexts(
+        app, "--set", source.assignments, "A setting for this run; may be repeated", "NAME=VALUE");
+    addText(app, "--settings", source.file, "Settings file in place of the user's own settings",
+        "FILE");
+}
+
 void addInfo(CLI::App &app, InfoOptions &options)
 {
     CLI::App *verb = app.add_subcommand("info", "Tell what a marker holds");
     addText(*verb, "MARKER", options.marker, "Marker file")->required();
+    verb->add_flag("--cut", options.cut, "Tell of the cuts: lengths, plunges, holes");
+    addSettingsSource(*verb, options.settings);
     addJson(*verb, options.json);
+}
+
+void addSvg(CLI::App &app, SvgVerbOptions &options)
+{
+    CLI::App *verb = app.add_subcommand("svg", "Print the cut document, for a browser to show");
+    addText(*verb, "MARKER", options.marker, "Marker file")->required();
+    verb->add_option("--fabric", options.fabric, "Number of the fabric, from 1")->type_name("N");
+    verb->add_option("--for", options.cutter, "ansi, eastman or labels")
+        ->check(CLI::IsMember({"ansi", "eastman", "labels"}))
+        ->type_name("KIND");
+    verb->add_option("--block", options.block, "Number of the block with a document of its own")
+        ->type_name("N");
+    addSettingsSource(*verb, options.settings);
 }
 
 void addImport(CLI::App &app, ImportOptions &options)
@@ -83,7 +106,7 @@ void addSetting(
     app.add_option_function<std::string>(
            name,
            [setting, &options](const std::string &text) {
-               options.settings.append(
+               options.settings.assignments.append(
                    QString::fromLatin1(setting) + QLatin1Char('=') + QString::fromStdString(text));
            },
            help)
@@ -98,8 +121,7 @@ void addExport(CLI::App &app, ExportOptions &options)
         *verb, "--format", options.formats, "Name or tag of a format; may be repeated", "NAME");
     verb->add_flag("--all", options.all, "All formats")->excludes(formats);
     addText(*verb, "-o,--output", options.directory, "Directory to write to", "DIR")->required();
-    addTexts(
-        *verb, "--set", options.settings, "A setting for this run; may be repeated", "NAME=VALUE");
+    addSettingsSource(*verb, options.settings);
     addText(*verb, "--fields", options.fields, "Fields of the text file, such as 0,3,7", "LIST");
     addSetting(*verb, "--field-separator", "field_separator", options,
         "Between two fields of the text file");
@@ -107,7 +129,9 @@ void addExport(CLI::App &app, ExportOptions &options)
         "Between the entries of a repeated field of the text file");
     verb->add_flag_callback(
         "--one-line-per-size",
-        [&options] { options.settings.append(QStringLiteral("one_line_per_size=true")); },
+        [&options] {
+            options.settings.assignments.append(QStringLiteral("one_line_per_size=true"));
+        },
         "The text file has a line for each size");
     verb->add_option_function<std::string>(
             "--not-optimised",
@@ -116,8 +140,6 @@ void addExport(CLI::App &app, ExportOptions &options)
             "What to do with polygons that are not optimised: continue or stop (default)")
         ->check(CLI::IsMember({"continue", "stop"}))
         ->type_name("ANSWER");
-    addText(*verb, "--settings", options.settingsFile,
-        "Settings file in place of the user's own settings", "FILE");
     addJson(*verb, options.json);
 }
 
@@ -148,6 +170,7 @@ CommandLine parseCommandLine(
     ImportOptions import;
     ExportOptions exported;
     SettingsOptions settings;
+    SvgVerbOptions svg;
 
     CLI::App app("Looks into markers and exports them", "kivhost");
     app.fallthrough(); // the general options may also stand behind the verb
@@ -159,6 +182,7 @@ CommandLine parseCommandLine(
     addImport(app, import);
     addExport(app, exported);
     addSettings(app, settings);
+    addSvg(app, svg);
 
     if (count < 2) {
         err << app.help();
@@ -195,6 +219,8 @@ CommandLine parseCommandLine(
         result.verb = import;
     } else if (app.got_subcommand("export")) {
         result.verb = exported;
+    } else if (app.got_subcommand("svg")) {
+        result.verb = svg;
     } else {
         result.verb = settings;
     }

@@ -18,7 +18,9 @@ struct CommandLine
     std::optional<int> exitStatus;
 
     QString plugins; ///< directory of the plug-ins; empty: where they belong
-    std::variant<FormatsOptions, InfoOptions, ImportOptions, ExportOptions, SettingsOptions> verb;
+    std::variant<FormatsOptions, InfoOptions, ImportOptions, ExportOptions, SettingsOptions,
+        SvgVerbOptions>
+        verb;
 };
 
 /// `arguments` as main() has them, in UTF-8. Help goes to `out`, faults go to `err`.

@@ -22,18 +22,6 @@ namespace KivSystem {
 
 namespace {
 
-std::vector<SettingValue> settingsOf(const ExportOptions &options)
-{
-    std::vector<SettingValue> values;
-    for (const QString &assignment : options.settings) {
-        values.push_back(parseSetting(assignment));
-    }
-    if (!options.fields.isEmpty()) {
-        values.push_back(parseSetting(QStringLiteral("fields=") + options.fields));
-    }
-    return values;
-}
-
 std::vector<FileFormat> chosenFormats(const ExportOptions &options, const ExporterFactory &factory)
 {
     std::vector<FileFormat> offered;
@@ -103,6 +91,7 @@ public:
 
 private:
     bool askExporter(Exporter<DocumentMak> &exporter);
+    void tellCutMessages(const FileFormat &format);
     void exportFiles(const FileFormat &format, Exporter<DocumentMak> &exporter);
     QString reasonOr(const QString &reason) const;
     void report(const FileFormat &format, const WrittenFile &file);
@@ -165,6 +154,7 @@ void ExportRun::exportFiles(const FileFormat &format, Exporter<DocumentMak> &exp
         }
         exporter.prompt();
         exporter.exportDocument(m_document, nullptr, format.filter);
+        tellCutMessages(format);
     } catch (const HostError &) {
         throw;
     } catch (const std::exception &error) {
@@ -180,6 +170,22 @@ void ExportRun::exportFiles(const FileFormat &format, Exporter<DocumentMak> &exp
     }
     for (const WrittenFile &file : staging.commit()) {
         report(format, file);
+    }
+}
+
+// A fabric that cannot be cut fails the whole format: half a marker is no result.
+void ExportRun::tellCutMessages(const FileFormat &format)
+{
+    QString refusal;
+    for (const CutMessage &message : m_document.takeCutMessages()) {
+        if (message.refused && refusal.isEmpty()) {
+            refusal = message.text;
+        } else {
+            m_console.message(message.text);
+        }
+    }
+    if (!refusal.isEmpty()) {
+        throw HostError(ExitFailed, notWritten(format.name, refusal));
     }
 }
 
@@ -219,22 +225,17 @@ int ExportRun::finish() const
 int exportMarker(const ExportOptions &options, ExporterFactory &factory, CommandLineInterface &user,
     const Console &console)
 {
-    const std::vector<SettingValue> values = settingsOf(options);
+    SettingsSource source = options.settings;
+    if (!options.fields.isEmpty()) {
+        source.assignments.append(QStringLiteral("fields=") + options.fields);
+    }
+    parseSettings(source.assignments); // a wrong one is told first
     const std::vector<FileFormat> formats = chosenFormats(options, factory);
 
     // A format hands its choices on through the settings: a copy can always be written, and the
     // user's own stay as they are.
-    const SettingsOverlay overlay(options.settingsFile, values, console);
-    applyConventions(console);
-    restoreCutSettings(console);
-
-    requireReadableFile(options.marker);
-    std::unique_ptr<DocumentMak> document;
-    try {
-        document = MarkerFile::load(options.marker);
-    } catch (const MarkerFileError &error) {
-        throw HostError(ExitUnreadable, error.message());
-    }
+    const RunSettings settings(source, RunSettings::WorkOnCopy, console);
+    const std::unique_ptr<DocumentMak> document = loadMarker(options.marker);
 
     // The directory stays while the run goes from format to format, and goes if nothing came.
     const MadeFolders directory(options.directory);

@@ -3,12 +3,13 @@
 #include "Console.h"
 #include "KivCore/Conventions.h"
 #include "KivCore/Locale.h"
-#include "KivMarker/CutSettingsTable.h"
-#include "KivMarker/ShareGlobales.h"
+#include "KivMarker/MarkerSettings.h"
 
+#include <QColor>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QSettings>
 
 #include <optional>
@@ -29,10 +30,16 @@ SettingType choice(const QStringList &words)
         [](const QVariant &value) { return value.toString(); }};
 }
 
-// Stored as a text, as it comes out of a store file again.
-SettingType wholeNumber(int lowest, int highest)
+QString withUnit(const QString &meaning, const QString &unit)
 {
-    return {QStringLiteral("a whole number from %1 to %2").arg(lowest).arg(highest),
+    return unit.isEmpty() ? meaning : QStringLiteral("%1 (%2)").arg(meaning, unit);
+}
+
+// Stored as a text, as it comes out of a store file again.
+SettingType wholeNumber(int lowest, int highest, const QString &unit = QString())
+{
+    const QString range = QStringLiteral("a whole number from %1 to %2").arg(lowest).arg(highest);
+    return {withUnit(range, unit),
         [lowest, highest](const QString &text) {
             bool isNumber = false;
             const int number = text.toInt(&isNumber);
@@ -47,7 +54,7 @@ SettingType wholeNumber(int lowest, int highest)
 SettingType number(double lowest, double highest, const QString &unit)
 {
     const QString range = QStringLiteral("a number from %1 to %2").arg(lowest).arg(highest);
-    return {unit.isEmpty() ? range : QStringLiteral("%1 (%2)").arg(range, unit),
+    return {withUnit(range, unit),
         [lowest, highest](const QString &text) {
             bool isNumber = false;
             const double value = text.toDouble(&isNumber);
@@ -71,6 +78,17 @@ SettingType flag()
                    : text == QLatin1String("0") ? QStringLiteral("false")
                                                 : text;
         }};
+}
+
+// Six digits and no name: a colour reads the same wherever it is shown.
+SettingType color()
+{
+    return {QStringLiteral("a colour as #rrggbb"),
+        [](const QString &text) {
+            static const QRegularExpression digits(QStringLiteral("\\A#[0-9A-Fa-f]{6}\\z"));
+            return digits.match(text).hasMatch() ? QVariant(text.toLower()) : QVariant();
+        },
+        [](const QVariant &value) { return value.toString(); }};
 }
 
 std::optional<char> fromHexadecimal(const QString &digits)
@@ -250,37 +268,62 @@ std::vector<Setting> generalSettings()
     };
 }
 
-QString cutSettingKey(const CutSettingDescription &cut)
+// "plot_pieceName" is kept as plot/pieceName; the cut settings have no such prefix.
+QString storeKey(const QString &name)
 {
-    return QStringLiteral("cut/") + QLatin1String(cut.name);
+    const int prefix = name.indexOf(QLatin1Char('_'));
+    return prefix < 0 ? QStringLiteral("cut/") + name
+                      : name.left(prefix) + QLatin1Char('/') + name.mid(prefix + 1);
 }
 
-// A cut setting as the marker library, which obeys it, describes it.
-Setting cutSetting(const CutSettingDescription &cut)
+SettingType typeOf(const MarkerSettingDescription &description)
 {
-    using Kind = CutSettingDescription::Kind;
-    const double value = cut.valueIn(CutSettings());
-    Setting setting;
-    setting.name = QString::fromLatin1(cut.name);
-    setting.key = cutSettingKey(cut);
-    setting.meaning = QString::fromLatin1(cut.meaning);
-    setting.defaultText = QString::number(value);
-    if (cut.kind == Kind::Flag) {
-        setting.type = flag();
-        setting.defaultText = value != 0 ? QStringLiteral("true") : QStringLiteral("false");
-    } else if (cut.kind == Kind::Choice) {
-        setting.type = wholeNumber(static_cast<int>(cut.lowest), static_cast<int>(cut.highest));
-    } else {
-        setting.type = number(cut.lowest, cut.highest, cut.unit());
+    using Kind = MarkerSettingDescription::Kind;
+    if (description.kind == Kind::Flag) {
+        return flag();
     }
-    return setting;
+    if (description.kind == Kind::Color) {
+        return color();
+    }
+    return description.isWhole()
+               ? wholeNumber(static_cast<int>(description.lowest),
+                     static_cast<int>(description.highest), description.unit())
+               : number(description.lowest, description.highest, description.unit());
+}
+
+QString textOf(const MarkerSettingDescription &description, double value)
+{
+    using Kind = MarkerSettingDescription::Kind;
+    if (description.kind == Kind::Flag) {
+        return value != 0 ? QStringLiteral("true") : QStringLiteral("false");
+    }
+    return description.kind == Kind::Color ? QColor(static_cast<QRgb>(value)).name()
+                                           : QString::number(value);
+}
+
+// The number that a parsed value stands for.
+double numberOf(const MarkerSettingDescription &description, const QVariant &value)
+{
+    return description.kind == MarkerSettingDescription::Kind::Color
+               ? QColor(value.toString()).rgb() & RGB_MASK
+               : value.toDouble();
+}
+
+// A setting as the marker library, which obeys it, describes it.
+Setting markerSetting(const MarkerSettingDescription &description)
+{
+    const QString name = QString::fromLatin1(description.name);
+    const SettingType type = typeOf(description);
+    const double value = description.valueIn(MarkerSettings());
+    return {name, storeKey(name), type, textOf(description, value),
+        QString::fromLatin1(description.meaning)};
 }
 
 std::vector<Setting> allSettings()
 {
     std::vector<Setting> settings = generalSettings();
-    for (const CutSettingDescription &cut : cutSettingDescriptions()) {
-        settings.push_back(cutSetting(cut));
+    for (const MarkerSettingDescription &description : markerSettingDescriptions()) {
+        settings.push_back(markerSetting(description));
     }
     return settings;
 }
@@ -313,6 +356,15 @@ SettingValue parseSetting(const QString &assignment)
     }
     throw HostError(ExitWrongUsage,
         QStringLiteral("there is no setting \"%1\"; \"kivhost settings\" lists them").arg(name));
+}
+
+std::vector<SettingValue> parseSettings(const QStringList &assignments)
+{
+    std::vector<SettingValue> values;
+    for (const QString &assignment : assignments) {
+        values.push_back(parseSetting(assignment));
+    }
+    return values;
 }
 
 QString currentText(const Setting &setting, const QSettings &store)
@@ -375,19 +427,19 @@ SettingsOverlay::~SettingsOverlay()
     setStorePaths(m_userPath, m_systemPath);
 }
 
-void restoreCutSettings(const Console &console)
+void restoreMarkerSettings(const Console &console)
 {
     const QSettings store;
-    CutSettings values;
-    for (const CutSettingDescription &cut : cutSettingDescriptions()) {
-        const Setting setting = cutSetting(cut);
+    MarkerSettings values;
+    for (const MarkerSettingDescription &description : markerSettingDescriptions()) {
+        const Setting setting = markerSetting(description);
         const QString text = currentText(setting, store);
         const QVariant value = setting.type.parse(text);
-        if (!value.isValid() || !cut.setValueIn(values, value.toDouble())) {
+        if (!value.isValid() || !description.setValueIn(values, numberOf(description, value))) {
             console.message(expectation(setting, text));
         }
     }
-    CDbMarkerShareGlobales::instance()->setCutSettings(values);
+    values.apply();
 }
 
 void applyConventions(const Console &console)
@@ -397,6 +449,16 @@ void applyConventions(const Console &console)
     for (const QString &problem : qAsConst(problems)) {
         console.message(problem);
     }
+}
+
+RunSettings::RunSettings(const SettingsSource &source, Use use, const Console &console)
+{
+    const std::vector<SettingValue> values = parseSettings(source.assignments);
+    if (use == WorkOnCopy || !source.file.isEmpty() || !values.empty()) {
+        m_overlay.emplace(source.file, values, console);
+    }
+    applyConventions(console);
+    restoreMarkerSettings(console);
 }
 
 } // namespace KivSystem

@@ -14,6 +14,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class QSettings;
@@ -21,6 +22,13 @@ class QSettings;
 namespace KivSystem {
 
 struct Console;
+
+/// Where a run takes its settings from.
+struct SettingsSource
+{
+    QStringList assignments; ///< NAME=VALUE, over those of the file
+    QString file;            ///< empty: the user's own settings
+};
 
 /// How a setting reads on the command line and in the store.
 struct SettingType
@@ -52,6 +60,7 @@ struct SettingValue
 
 /// From "NAME=VALUE". Throws HostError (ExitWrongUsage).
 SettingValue parseSetting(const QString &assignment);
+std::vector<SettingValue> parseSettings(const QStringList &assignments);
 
 /// The stored value as text; the default when there is none.
 QString currentText(const Setting &setting, const QSettings &store);
@@ -81,12 +90,30 @@ private:
     std::unique_ptr<Interruption::Cleanup> m_cleanup;
 };
 
+/// The settings of a verb: while it lives, QSettings(), KivLocale and the marker library have those
+/// of the source.
+class RunSettings
+{
+public:
+    enum Use
+    {
+        ReadOnly,
+        WorkOnCopy, ///< the run stores settings, too, which the user's own must not see
+    };
+
+    /// Throws as parseSetting() and SettingsOverlay do.
+    RunSettings(const SettingsSource &source, Use use, const Console &console);
+
+private:
+    std::optional<SettingsOverlay> m_overlay;
+};
+
 /// Makes KivLocale use the units of the present store; bad values are told and passed over.
 void applyConventions(const Console &console);
 
-/// Gives the marker library the cut settings of the present store; bad values are told and their
+/// Gives the marker library its settings out of the present store; bad values are told and their
 /// defaults taken.
-void restoreCutSettings(const Console &console);
+void restoreMarkerSettings(const Console &console);
 
 } // namespace KivSystem
 

@@ -1,10 +1,13 @@
 #include "Console.h"
+#include "CutRequests.h"
 #include "HostSettings.h"
 #include "KivCore/Locale.h"
+#include "KivMarker/CutStatistics.h"
 #include "KivMarker/Document.h"
 #include "KivMarker/Drawing.h"
 #include "KivMarker/MarkerFile.h"
 #include "KivMarker/Polygon.h"
+#include "KivMarker/ShareGlobales.h"
 #include "Verbs.h"
 
 #include <QJsonArray>
@@ -282,21 +285,111 @@ void printDocument(QTextStream &out, const DocumentMak &document)
     }
 }
 
+// ---- what the cutter has to do, by the settings for ANSI cutters ----
+
+struct NamedCaller
+{
+    const char *name;
+    SvgOptions::SvgCaller caller;
+};
+
+// The order of the cuts as the marker holds its groups, as an export shortens it, and as it comes
+// out of the Zentrim view.
+constexpr NamedCaller kCallers[] = {
+    {"stored", SvgOptions::CallerDefault},
+    {"shortened", SvgOptions::CallerExport},
+    {"optimised", SvgOptions::CallerZentrim},
+};
+
+// All documents of a fabric together.
+CutStatistics cutsOf(const DocumentMak &document, short fabric, SvgOptions::SvgCaller caller)
+{
+    const CDbMarkerShareGlobales &settings = *CDbMarkerShareGlobales::instance();
+    SvgOptions options = cutRequestFor("ansi", *document.drawing());
+    options.setCaller(caller);
+    options.setCheckRange(false);
+    CutStatistics sum;
+    for (const QDomDocument &cuts : document.toSVG(options, fabric)) {
+        const CutStatistics part =
+            measureCuts(cuts, static_cast<NotchOrder>(settings.getCutOrderCrans()),
+                static_cast<CutLine>(settings.getCutInternalOrder()));
+        sum.objects += part.objects;
+        sum.holes += part.holes;
+        sum.plunges += part.plunges;
+        sum.frameAdvances += part.frameAdvances;
+        sum.cutLength += part.cutLength;
+        sum.idleLength += part.idleLength;
+    }
+    return sum;
+}
+
+QJsonArray cutJson(const DocumentMak &document)
+{
+    QJsonArray fabrics;
+    forEachNumber(document.drawing()->getFabricsQty(), [&](short fabric) {
+        QJsonObject orders;
+        for (const NamedCaller &order : kCallers) {
+            const CutStatistics cuts = cutsOf(document, fabric, order.caller);
+            orders.insert(QLatin1String(order.name),
+                QJsonObject{{QStringLiteral("objects"), cuts.objects},
+                    {QStringLiteral("holes"), cuts.holes},
+                    {QStringLiteral("plunges"), cuts.plunges},
+                    {QStringLiteral("frameAdvances"), cuts.frameAdvances},
+                    {QStringLiteral("cutLength"), cuts.cutLength},
+                    {QStringLiteral("idleLength"), cuts.idleLength}});
+        }
+        fabrics.append(orders);
+    });
+    return fabrics;
+}
+
+void printCuts(QTextStream &out, const DocumentMak &document)
+{
+    const KivLocale locale;
+    forEachNumber(document.drawing()->getFabricsQty(), [&](short fabric) {
+        out << "cuts of fabric \""
+            << onOneLine(document.drawing()->getFabric(static_cast<short>(fabric - 1))->fabricName)
+            << "\":\n";
+        for (const NamedCaller &order : kCallers) {
+            const CutStatistics cuts = cutsOf(document, fabric, order.caller);
+            out << "    " << order.name << ": cut " << locale.formatLength(cuts.cutLength, {})
+                << ", idle " << locale.formatLength(cuts.idleLength, {}) << ", " << cuts.plunges
+                << " plunges, " << cuts.holes << " holes, " << cuts.objects << " objects, "
+                << cuts.frameAdvances << " frame advances\n";
+        }
+    });
+}
+
 } // namespace
+
+std::unique_ptr<DocumentMak> loadMarker(const QString &path)
+{
+    requireReadableFile(path);
+    try {
+        return MarkerFile::load(path);
+    } catch (const MarkerFileError &error) {
+        throw HostError(ExitUnreadable, error.message());
+    }
+}
 
 int showInfo(const InfoOptions &options, const Console &console)
 {
-    requireReadableFile(options.marker);
-    applyConventions(console);
-    try {
-        const std::unique_ptr<DocumentMak> document = MarkerFile::load(options.marker);
-        if (options.json) {
-            console.json(documentJson(*document));
-        } else {
-            printDocument(console.out, *document);
+    const RunSettings settings(options.settings, RunSettings::ReadOnly, console);
+    const std::unique_ptr<DocumentMak> document = loadMarker(options.marker);
+    if (options.json) {
+        QJsonObject json = documentJson(*document);
+        if (options.cut) {
+            json.insert(QStringLiteral("cut"), cutJson(*document));
         }
-    } catch (const MarkerFileError &error) {
-        throw HostError(ExitUnreadable, error.message());
+        console.json(json);
+    } else {
+        printDocument(console.out, *document);
+        if (options.cut) {
+            printCuts(console.out, *document);
+        }
+    }
+    for (const CutMessage &message : document->takeCutMessages()) {
+        console.message(message.text);
     }
     return ExitDone;
 }

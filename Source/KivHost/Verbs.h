@@ -3,12 +3,18 @@
 #ifndef KIVHOST_VERBS_H
 #define KIVHOST_VERBS_H
 
+#include "HostSettings.h"
+
 #include <QString>
 #include <QStringList>
+
+#include <memory>
+#include <string>
 
 namespace KivSystem {
 
 class CommandLineInterface;
+class DocumentMak;
 class ExporterFactory;
 struct Console;
 
@@ -20,7 +26,18 @@ struct FormatsOptions
 struct InfoOptions
 {
     QString marker;
+    bool cut = false; ///< tell of the cuts, too
+    SettingsSource settings;
     bool json = false;
+};
+
+struct SvgVerbOptions
+{
+    QString marker;
+    int fabric = 1;
+    std::string cutter = "ansi"; ///< or "eastman" or "labels"
+    int block = 0;               ///< 0 for the document of the fabric
+    SettingsSource settings;
 };
 
 struct ImportOptions
@@ -37,9 +54,8 @@ struct ExportOptions
     QStringList formats; ///< names or tags, each once
     bool all = false;    ///< all formats that the plug-in offers, in place of `formats`
     QString directory;
-    QStringList settings; ///< NAME=VALUE
-    QString fields;       ///< empty: as set
-    QString settingsFile; ///< empty: the user's own settings
+    SettingsSource settings;
+    QString fields; ///< empty: as set
     bool exportNotOptimised = false;
     bool json = false;
 };
@@ -49,10 +65,15 @@ struct SettingsOptions
     bool json = false;
 };
 
+/// Throws HostError (ExitUnreadable) with the loader's sentence.
+std::unique_ptr<DocumentMak> loadMarker(const QString &path);
+
 int listFormats(
     const FormatsOptions &options, const ExporterFactory &factory, const Console &console);
 
 int showInfo(const InfoOptions &options, const Console &console);
+
+int writeSvg(const SvgVerbOptions &options, const Console &console);
 
 int importMarker(const ImportOptions &options, const Console &console);
 

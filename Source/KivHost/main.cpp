@@ -63,6 +63,7 @@ public:
     {
         return listSettings(options, m_console);
     }
+    int operator()(const SvgVerbOptions &options) const { return writeSvg(options, m_console); }
 
 private:
     ExporterFactory &factory() const { return loadPlugin(m_application->pluginsDir()); }

@@ -1,6 +1,11 @@
 #include "KivMarker/Document.h"
 
+#include "CutDocument/CutPipeline.h"
+#include "CutDocument/CutRequest.h"
 #include "KivMarker/Drawing.h"
+#include "KivMarker/ShareGlobales.h"
+
+#include <utility>
 
 namespace KivSystem {
 
@@ -12,6 +17,29 @@ DocumentMak::~DocumentMak() = default;
 QString DocumentMak::name() const
 {
     return m_drawing != nullptr ? m_drawing->drawingName() : QString();
+}
+
+std::vector<CutMessage> DocumentMak::takeCutMessages() const
+{
+    return std::exchange(m_cutMessages, {});
+}
+
+QVector<QDomDocument> DocumentMak::toSVG(const SvgOptions &options, short fabric) const
+{
+    if (m_drawing == nullptr) {
+        return {};
+    }
+    const CutRequest request = cutRequest(
+        options, CDbMarkerShareGlobales::instance()->cutSettings(), m_drawing->zentrimActif);
+    const bool all = fabric == 0;
+    QVector<QDomDocument> documents;
+    for (short index = 0; index < m_drawing->getFabricsQty(); ++index) {
+        const CDbFabricObject &found = *m_drawing->getFabric(index);
+        if (all ? found.fabricStatus == 1 : index + 1 == fabric) {
+            documents += cutDocuments(*m_drawing, found, request, m_cutMessages);
+        }
+    }
+    return documents;
 }
 
 } // namespace KivSystem

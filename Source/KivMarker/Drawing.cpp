@@ -1,6 +1,7 @@
 #include "KivMarker/Drawing.h"
 
 #include "KivMarker/ErrorCodes.h"
+#include "KivMarker/MarkerOptions.h"
 
 #include <QFileInfo>
 
@@ -35,6 +36,36 @@ bool CDbMarkerDrawing::isSetToSingleLayer(short *error, short *layer) const
         *layer = m_singleLayer;
     }
     return m_singleLayer != 0;
+}
+
+std::vector<LaidLayer> CDbMarkerDrawing::laidLayers(const CDbFabricObject *fabric) const
+{
+    const auto space = static_cast<double>(CDbMarkerOptions::mDefaultOptions.spaceLayers());
+    std::vector<LaidLayer> laid;
+    double start = 0;
+    for (int number = 1; fabric != nullptr && number <= fabric->layerCount(); ++number) {
+        const auto layer = static_cast<short>(number);
+        const double length = fabric->getLengthOccupiedLayer(layer);
+        if (length > kEmptyLayerLength) {
+            laid.push_back({layer, start, length});
+            start += length + space;
+        }
+    }
+    return laid;
+}
+
+void CDbMarkerDrawing::calculateTheLengthOccupiedTheLayers(
+    const CDbFabricObject *fabric, bool onlySingleLayer, double *length) const
+{
+    if (fabric == nullptr || length == nullptr) {
+        return;
+    }
+    if (onlySingleLayer && m_singleLayer != 0) {
+        *length = fabric->getLengthOccupiedLayer(m_singleLayer);
+        return;
+    }
+    const std::vector<LaidLayer> laid = laidLayers(fabric);
+    *length = laid.empty() ? 0 : laid.back().start + laid.back().length;
 }
 
 CDbStyleObject *CDbMarkerDrawing::getStyle(short index) const

@@ -78,6 +78,21 @@ double CDbFabricObject::getFabricLayerWidth(short layer) const
     return found != nullptr ? found->width : 0;
 }
 
+double CDbFabricObject::getMultiLayerFabricMaxWidth(
+    const CDbMarkerDrawing *drawing, bool onlyOccupied) const
+{
+    const int layers =
+        drawing != nullptr ? std::min(drawing->getLayersQty(nullptr), layerCount()) : layerCount();
+    double width = 0;
+    for (int number = 1; number <= layers; ++number) {
+        const auto layer = static_cast<short>(number);
+        if (!onlyOccupied || getLengthOccupiedLayer(layer) > kEmptyLayerLength) {
+            width = std::max(width, getFabricLayerWidth(layer));
+        }
+    }
+    return width;
+}
+
 double CDbFabricObject::getLengthOccupiedLayer(short layer) const
 {
     double length = 0;

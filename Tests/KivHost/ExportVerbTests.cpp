@@ -258,14 +258,14 @@ TEST_F(ExportVerbTest, SettingsOfTheRunReachTheFormatAndStayOutOfTheUsersStore)
         writeAs("Shell", QSettings().value("marker_export_list").toStringList().join('+').toUtf8() +
                              ' ' + QSettings().value("panel").toByteArray());
     };
-    options.settings = QStringList("fields=1");
+    options.settings.assignments = QStringList("fields=1");
     options.fields = "3,0";
     EXPECT_EQ(run(), ExitDone) << kept.err;
     EXPECT_EQ(folder.read("out/plot/Shell.plt"), "3+0 closed");
     EXPECT_TRUE(QSettings().allKeys().isEmpty());
 
     // A run without settings of its own works on a copy, too.
-    options.settings.clear();
+    options.settings = SettingsSource();
     options.fields.clear();
     EXPECT_EQ(run(), ExitDone) << kept.err;
     EXPECT_EQ(folder.read("out/plot/Shell.plt"), " closed");
@@ -283,7 +283,7 @@ TEST_F(ExportVerbTest, WrongUsageAndUnreadableFilesEndTheRunBeforeAnythingIsWrit
     } cases[] = {
         {[](ExportOptions &o) { o.formats.append("Plott"); }, ExitWrongUsage,
             "there is no format \"Plott\"; \"kivhost formats\" lists them"},
-        {[](ExportOptions &o) { o.settings.append("size=3"); }, ExitWrongUsage,
+        {[](ExportOptions &o) { o.settings.assignments.append("size=3"); }, ExitWrongUsage,
             "there is no setting \"size\"; \"kivhost settings\" lists them"},
         {[](ExportOptions &o) { o.fields = "99"; }, ExitWrongUsage,
             "setting fields: found \"99\", expected field numbers from 0 to 21 with commas "
@@ -292,7 +292,7 @@ TEST_F(ExportVerbTest, WrongUsageAndUnreadableFilesEndTheRunBeforeAnythingIsWrit
             "small.mark: there is no such file"},
         {[this](ExportOptions &o) { o.marker = folder.path("."); }, ExitUnreadable,
             ".: is a directory, expected a file"},
-        {[this](ExportOptions &o) { o.settingsFile = folder.path("no.ini"); }, ExitUnreadable,
+        {[this](ExportOptions &o) { o.settings.file = folder.path("no.ini"); }, ExitUnreadable,
             "no.ini: there is no such file"},
         {[this](ExportOptions &o) { o.directory = folder.path("small.mar/out"); }, ExitFailed,
             "small.mar: is a file, expected a directory"},

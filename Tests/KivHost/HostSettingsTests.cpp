@@ -1,6 +1,7 @@
 #include "HostSettings.h"
 #include "HostTestSupport.h"
 #include "KivCore/Locale.h"
+#include "KivMarker/MarkerSettings.h"
 #include "KivMarker/ShareGlobales.h"
 
 #include <QSettings>
@@ -34,6 +35,11 @@ TEST(HostSettings, AssignmentsAreStoredAsThePlugInReadsThem)
         {"CutScaleX=98.5", "cut/CutScaleX", 98.5},
         {"CutLabelM31=true", "cut/CutLabelM31", true},
         {"EastCutTypeDrill=2", "cut/EastCutTypeDrill", "2"},
+        {"plot_pieceName=false", "plot/pieceName", false},
+        {"plot_notchFactor=.5", "plot/notchFactor", 0.5},
+        {"plot_pieceInfoLetterSize=400", "plot/pieceInfoLetterSize", "400"},
+        {"plot_color8=#00FF7f", "plot/color8", "#00ff7f"},
+        {"nest_curveStep=0.25", "nest/curveStep", 0.25},
     };
     for (const auto &entry : cases) {
         const SettingValue value = parseSetting(entry.assignment);
@@ -61,6 +67,19 @@ TEST(HostSettings, WrongAssignmentsAreTold)
             "2 setting CutScaleX: found \"nan\", expected a number from 1 to 110 (%)"},
         {"CutOrderCrans=4",
             "2 setting CutOrderCrans: found \"4\", expected a whole number from 0 to 3"},
+        {"plot_spaceLayers=-1",
+            "2 setting plot_spaceLayers: found \"-1\", expected a number from 0 to 1000 (cm)"},
+        {"plot_notchFactor=0",
+            "2 setting plot_notchFactor: found \"0\", expected a number from 0.1 to 10"},
+        {"plot_pieceInfoLetterSize=18.5", "2 setting plot_pieceInfoLetterSize: found \"18.5\", "
+                                          "expected a whole number from 1 to 400 (points)"},
+        {"plot_color1=red", "2 setting plot_color1: found \"red\", expected a colour as #rrggbb"},
+        {"plot_color1=#12345g",
+            "2 setting plot_color1: found \"#12345g\", expected a colour as #rrggbb"},
+        {"plot_color1=#1234567",
+            "2 setting plot_color1: found \"#1234567\", expected a colour as #rrggbb"},
+        {"plot_color9=#123456",
+            "2 there is no setting \"plot_color9\"; \"kivhost settings\" lists them"},
         {"decimals=7", "2 setting decimals: found \"7\", expected a whole number from 0 to 6"},
         {"decimals=-1", "2 setting decimals: found \"-1\", expected a whole number from 0 to 6"},
         {"decimals=2.0", "2 setting decimals: found \"2.0\", expected a whole number from 0 to 6"},
@@ -110,13 +129,16 @@ TEST_F(SettingsOverlayTest, IsACopyOfTheUsersSettingsThatNeverTouchesThem)
 TEST_F(SettingsOverlayTest, AFileStandsInForTheUsersSettingsAndStaysAsItIs)
 {
     const Folder folder;
-    const QByteArray content = "[units]\nlength=mm\n";
+    const QByteArray content = "[plot]\ncolor1=#0000FF\n[units]\nlength=mm\n";
     const QString file = folder.write("run.ini", content);
     QSettings().setValue("units/decimals", 5);
     {
         const SettingsOverlay overlay(file, {parseSetting("ruler_x=in")}, kept.console);
         EXPECT_EQ(QSettings().value("units/length"), "mm");
         EXPECT_EQ(QSettings().value("units/rulerX"), "in");
+        restoreMarkerSettings(kept.console);
+        EXPECT_EQ(MarkerSettings::current().drawing.colors[0], QColor(0, 0, 255));
+        MarkerSettings().apply();
         EXPECT_FALSE(QSettings().contains("units/decimals"));
         QSettings().setValue("units/length", "cm");
     }
@@ -135,9 +157,13 @@ TEST_F(SettingsOverlayTest, AFileThatIsNoSettingsFileIsTold)
         {"[units]\nlength=\n", "setting unit: found \"\", expected one of cm, mm, in"},
         {"[units]\ndecimals=many\n",
             "setting decimals: found \"many\", expected a whole number from 0 to 6"},
+        {"[plot]\ncolor8=#0000fg\n",
+            "setting plot_color8: found \"#0000fg\", expected a colour as #rrggbb"},
     };
+    int count = 0;
     for (const auto &[content, fault] : cases) {
-        const QString file = folder.write(QString::number(content.size()) + ".ini", content);
+        // A name of its own: Qt may not notice that a file of the same name has changed.
+        const QString file = folder.write(QString::number(++count) + ".ini", content);
         EXPECT_EQ(
             faultOf([&] { SettingsOverlay(file, {}, kept.console); }), "3 " + file + ": " + fault);
     }
@@ -171,23 +197,77 @@ TEST_F(SettingsOverlayTest, ConventionsFollowTheStoreAndBadOnesAreTold)
     EXPECT_EQ(KivLocale(QLocale::c()).formatLength(12.34), "12.34");
 }
 
-TEST(HostSettings, CutSettingsGoFromTheStoreToTheMarkerLibrary)
+TEST_F(SettingsOverlayTest, EverySettingOfTheMarkerLibraryComesBackOutOfTheStore)
 {
-    KeptConsole kept;
+    const Folder folder;
+    MarkerSettings expected;
+    QStringList lines;
+    std::vector<SettingValue> values;
+    for (const MarkerSettingDescription &description : markerSettingDescriptions()) {
+        const bool isAtEnd = description.valueIn(expected) == description.highest;
+        ASSERT_TRUE(
+            description.setValueIn(expected, isAtEnd ? description.lowest : description.highest));
+        QString text = QString::number(description.valueIn(expected));
+        if (description.kind == MarkerSettingDescription::Kind::Flag) {
+            text = isAtEnd ? "false" : "true";
+        } else if (description.kind == MarkerSettingDescription::Kind::Color) {
+            text = "#ffffff";
+        }
+        values.push_back(parseSetting(QString(description.name) + '=' + text));
+    }
+    {
+        const SettingsOverlay overlay(QString(), values, kept.console);
+        restoreMarkerSettings(kept.console);
+    }
+    EXPECT_EQ(kept.err, "");
+    const MarkerSettings restored = MarkerSettings::current();
+    for (const MarkerSettingDescription &description : markerSettingDescriptions()) {
+        EXPECT_EQ(description.valueIn(restored), description.valueIn(expected)) << description.name;
+    }
+
+    // Nothing is stored any more: the defaults hold, and it is they that are listed.
+    restoreMarkerSettings(kept.console);
+    EXPECT_EQ(CDbMarkerShareGlobales::instance()->getColorTable()[0].name(), "#c81e1e");
+    EXPECT_FALSE(CDbMarkerOptions::mDefaultOptions.pieceCode());
+    const std::pair<QString, QString> listed[] = {{"plot_color1", "#c81e1e"},
+        {"plot_pieceCode", "false"}, {"plot_pieceInfoLetterSize", "18"}, {"plot_notchFactor", "1"},
+        {"nest_piecesInStandby", "true"}, {"nest_curveStep", "0.5"}};
+    for (const auto &[name, text] : listed) {
+        const SettingValue value = parseSetting(name + '=' + text);
+        EXPECT_EQ(currentText(*value.setting, QSettings()), text) << name.toStdString();
+    }
+}
+
+TEST_F(SettingsOverlayTest, MarkerSettingsThatAreOutOfRangeAreToldAndLeftAtTheirDefaults)
+{
     QSettings store;
-    store.clear();
     store.setValue("cut/CutScaleX", 98.5);
     store.setValue("cut/CutCommandM19", false);
     store.setValue("cut/EastCutTypeDrill", 7); // there is no such drill
-    restoreCutSettings(kept.console);
-    CDbMarkerShareGlobales *shared = CDbMarkerShareGlobales::instance();
-    EXPECT_EQ(shared->getCutScaleX(), 98.5);
-    EXPECT_FALSE(shared->getCutCommandM19());
-    EXPECT_EQ(shared->getEastCutTypeDrill(), CutSettings().eastCutTypeDrill);
-    EXPECT_EQ(kept.err, "kivhost: setting EastCutTypeDrill: found \"7\", expected a whole number "
-                        "from 0 to 5\n");
-    shared->setCutSettings(CutSettings());
-    store.clear();
+    store.setValue("plot/spaceLayers", "inf");
+    store.setValue("plot/pieceInfoLetterSize", 0);
+    store.setValue("plot/pieceName", "perhaps");
+    store.setValue("plot/color2", "#12345");
+    store.setValue("plot/color3", "#123456");
+    store.setValue("nest/piecesInChart", 0);
+    restoreMarkerSettings(kept.console);
+    MarkerSettings expected;
+    expected.cut.cutScaleX = 98.5;
+    expected.cut.cutCommandM19 = false;
+    expected.drawing.colors[2] = QColor(0x12, 0x34, 0x56);
+    expected.autoMarker.piecesInChart = false;
+    const MarkerSettings restored = MarkerSettings::current();
+    for (const MarkerSettingDescription &description : markerSettingDescriptions()) {
+        EXPECT_EQ(description.valueIn(restored), description.valueIn(expected)) << description.name;
+    }
+    EXPECT_EQ(kept.err,
+        "kivhost: setting EastCutTypeDrill: found \"7\", expected a whole number from 0 to 5\n"
+        "kivhost: setting plot_pieceName: found \"perhaps\", expected true or false\n"
+        "kivhost: setting plot_spaceLayers: found \"inf\", expected a number from 0 to 1000 (cm)\n"
+        "kivhost: setting plot_pieceInfoLetterSize: found \"0\", expected a whole number from 1 to "
+        "400 (points)\n"
+        "kivhost: setting plot_color2: found \"#12345\", expected a colour as #rrggbb\n");
+    MarkerSettings().apply();
 }
 
 } // namespace

@@ -75,7 +75,7 @@ struct CutSettings
     short cutExternalPunchHoleTool = 0; ///< 0 for M43, 1 for M44
     bool cutCommandM69 = false;         ///< frame advance command
     double cutLength = 180;             ///< cm that the cutter reaches in X
-    double cutThresholdAdvance = 20;    ///< cm
+    double cutThresholdAdvance = 120;   ///< cm from a frame's start to the last start of a piece
     bool cutBlocking = false;           ///< outline of blocks of a single piece
     short cutFusing = NC::CutBlockNone; ///< an NC::eCutBlock
     bool miniCutFileBlock = false;      ///< files of their own for blocks

@@ -15,6 +15,17 @@
 
 namespace KivSystem {
 
+/// A layer with something on it, laid along the length behind those before it.
+struct LaidLayer
+{
+    short layer = 0;   ///< 1-based
+    double start = 0;  ///< cm from the start of the first layer
+    double length = 0; ///< cm occupied
+};
+
+/// A layer that occupies no more than this, in cm, holds nothing.
+constexpr double kEmptyLayerLength = 0.00006;
+
 /// A drawing owns its layers, fabrics and styles. It is built in that order: the number of layers
 /// is fixed before the first fabric, and the fabrics before the first style. Adding out of order is
 /// a programming error and throws std::logic_error.
@@ -59,6 +70,14 @@ public:
     CDbStyleSizeObjectTable *findSizesList(short style, short fabric, short *error) const;
     /// Garments in a 1-based layer of all the styles that have pieces on the fabric.
     qint64 garmentsInLayer(const CDbFabricObject *fabric, short layer) const;
+
+    /// Total length in cm that the layers of the fabric occupy when they are laid one behind the
+    /// other, with the plot options' space between two of them. `onlySingleLayer`: that of the
+    /// layer alone that the marker is set to, if it is set to one. Null pointers are passed over.
+    void calculateTheLengthOccupiedTheLayers(
+        const CDbFabricObject *fabric, bool onlySingleLayer, double *length) const;
+    /// The layers of the fabric that hold something, in their order, one behind the other.
+    std::vector<LaidLayer> laidLayers(const CDbFabricObject *fabric) const;
 
     CDbLayerObject *addLayer(const QString &name);
     CDbFabricObject *addFabric(const QString &name);

@@ -75,6 +75,10 @@ public:
     int layerCount() const { return static_cast<int>(m_layers.size()); }
     /// Width of the fabric in a layer, in centimetres; 0 past the end.
     double getFabricLayerWidth(short layer) const;
+    /// The largest of the fabric's widths in the layers, in centimetres. `onlyOccupied`: in those
+    /// that hold something. Layers that the drawing does not have do not count; a null drawing
+    /// counts all.
+    double getMultiLayerFabricMaxWidth(const CDbMarkerDrawing *drawing, bool onlyOccupied) const;
     /// Length that the groups on the marker occupy in a layer: from 0 to their right-most point, in
     /// centimetres. 0 for an empty layer and past the end.
     double getLengthOccupiedLayer(short layer) const;

@@ -3,7 +3,9 @@
 #ifndef KIVMARKER_SHAREGLOBALES_H
 #define KIVMARKER_SHAREGLOBALES_H
 
+#include "KivGeo/Point2D.h"
 #include "KivMarker/CutSettings.h"
+#include "KivMarker/DrawingSettings.h"
 
 namespace KivSystem {
 
@@ -20,6 +22,18 @@ public:
     /// The host's Zentrim view, which shows the fabric as it will be cut, is active.
     bool getZentrimActif() const { return m_zentrimActif; }
     void setZentrimActif(bool active) { m_zentrimActif = active; }
+
+    /// All settings of drawings at once: what the host stores.
+    const DrawingSettings &drawingSettings() const { return m_drawing; }
+    void setDrawingSettings(const DrawingSettings &settings) { m_drawing = settings; }
+
+    const ColorTable &getColorTable() const { return m_drawing.colors; }
+    double getSpaceNoOverlap() const { return m_drawing.spaceNoOverlap; }     ///< cm
+    double getStepDigitalCurve() const { return m_drawing.stepDigitalCurve; } ///< cm
+
+    /// The origin of the drawing.
+    const GeoPoint2D &getOriginePoint() const { return m_origin; }
+    void setOriginePoint(const GeoPoint2D &origin) { m_origin = origin; }
 
     /// All cut settings at once: what the host stores, and what a document is made by.
     const CutSettings &cutSettings() const { return m_cut; }
@@ -107,6 +121,8 @@ private:
     CDbMarkerShareGlobales() = default;
 
     CutSettings m_cut;
+    DrawingSettings m_drawing;
+    GeoPoint2D m_origin;
     bool m_zentrimActif = false;
 };
 

@@ -1,0 +1,43 @@
+// CutInformation: what an operator is told of a piece, and how fast it is cut.
+
+#ifndef KIVMARKER_CUTINFORMATION_H
+#define KIVMARKER_CUTINFORMATION_H
+
+#include "CutDocument/CutPlan.h"
+
+namespace KivSystem {
+
+class CDbFabricObject;
+class CDbMarkerDrawing;
+struct CutRequest;
+
+/// The smallest outlines, in square cm, of the classes 0, 1 and 2; all smaller ones are of class 3:
+/// a small piece is cut more slowly, since it holds less firmly on the table.
+constexpr double kVelocityAreas[] = {400, 100, 25};
+
+/// A label that a cutter prints holds no more characters, and no character that ends a block.
+constexpr int kCutterLabelLength = 36;
+
+/// Gives objects their labels, pen texts and speed, as far as they are asked for.
+class CutInformation
+{
+public:
+    CutInformation(
+        const CDbMarkerDrawing &drawing, const CDbFabricObject &fabric, const CutRequest &request);
+
+    void addTo(CutObject &object) const;
+
+private:
+    QString labelOf(const CDbPolygon &polygon) const;
+    QStringList linesOf(const CDbPolygon &polygon) const;
+    QString sizeName(const CDbPolygon &polygon, QString *special = nullptr) const;
+
+    const CDbMarkerDrawing &m_drawing;
+    const CDbFabricObject &m_fabric;
+    const CutRequest &m_request;
+    short m_fabricNumber;
+};
+
+} // namespace KivSystem
+
+#endif

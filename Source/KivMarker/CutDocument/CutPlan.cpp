@@ -1,0 +1,63 @@
+#include "CutDocument/CutPlan.h"
+
+#include <algorithm>
+
+namespace KivSystem {
+namespace {
+
+class Extent
+{
+public:
+    void add(double x, double y)
+    {
+        m_rect = m_any ? GeoRectangle(std::min(m_rect.left(), x), std::max(m_rect.right(), x),
+                             std::min(m_rect.bottom(), y), std::max(m_rect.top(), y))
+                       : GeoRectangle(x, x, y, y);
+        m_any = true;
+    }
+    void add(const CutPath &path)
+    {
+        for (const GeoPoint2D &point : path) {
+            add(point.x, point.y);
+        }
+    }
+    const GeoRectangle &rect() const { return m_rect; }
+
+private:
+    GeoRectangle m_rect;
+    bool m_any = false;
+};
+
+} // namespace
+
+std::vector<GeoPoint2D> placesOf(const CutOutline &outline)
+{
+    std::vector<GeoPoint2D> places;
+    places.reserve(outline.points.size());
+    for (const CutPoint &point : outline.points) {
+        places.push_back(point.place());
+    }
+    return places;
+}
+
+GeoRectangle CutObject::reach() const
+{
+    Extent extent;
+    for (const CutOutline &outline : outlines) {
+        for (const CutPoint &point : outline.points) {
+            extent.add(point.x, point.y);
+        }
+        for (const CutPath &notch : outline.notches) {
+            extent.add(notch);
+        }
+    }
+    for (const CutPath &line : internals) {
+        extent.add(line);
+    }
+    for (const CutDrill &drill : drills) {
+        extent.add(drill.place.x, drill.place.y);
+    }
+    return extent.rect();
+}
+
+} // namespace KivSystem

@@ -1,0 +1,24 @@
+// CutReduction: fewer points where an outline has more than it needs, more where they lie too far
+// apart.
+
+#ifndef KIVMARKER_CUTREDUCTION_H
+#define KIVMARKER_CUTREDUCTION_H
+
+#include "CutDocument/CutPlan.h"
+
+namespace KivSystem {
+
+struct CutSettings;
+
+/// Leaves out points as long as no point that is left out lies further from the outline than the
+/// tolerance (Douglas and Peucker), and adds points on edges that are longer than the distance
+/// asked for, each as the settings tell. Points that are to be kept stay, and so does the start. An
+/// outline of which less than a triangle would remain stays as it is.
+void conditionOutline(CutOutline &outline, const CutSettings &settings);
+
+/// The same for an open line; its ends stay.
+CutPath conditionedLine(CutPath line, const CutSettings &settings);
+
+} // namespace KivSystem
+
+#endif
