@@ -9,19 +9,19 @@
 namespace KivSystem {
 namespace {
 
-constexpr int kOutlinePoints = 100;
+constexpr int kPointsOfStylePiece = 100;
 constexpr double kTurn = 6.283185307179586;
 
 // A wavy disc about the origin.
-PieceShape disc(double radius)
+PieceShape disc(double radius, int points)
 {
     PieceShape shape;
-    shape.contour.reserve(kOutlinePoints);
-    for (int index = 0; index < kOutlinePoints; ++index) {
-        const double angle = kTurn * index / kOutlinePoints;
+    shape.contour.reserve(points);
+    for (int index = 0; index < points; ++index) {
+        const double angle = kTurn * index / points;
         const double reach = radius * (1 + 0.1 * std::sin(5 * angle));
         CDbMarkerPointObject point(reach * std::cos(angle), reach * std::sin(angle), CurvePoint);
-        if (index % 25 == 0) {
+        if (index % (points / 4) == 0) {
             point.pointType = SimpleNotch;
             point.notchDx = static_cast<float>(-0.5 * std::cos(angle));
             point.notchDy = static_cast<float>(-0.5 * std::sin(angle));
@@ -43,7 +43,7 @@ void placeOne(CDbFabricObject &fabric, short layer, short piece, double x, doubl
 
 } // namespace
 
-std::unique_ptr<DocumentMak> markerOfPieces(int pieces)
+std::unique_ptr<DocumentMak> markerOfPieces(int pieces, int pointsOfPiece)
 {
     auto drawing = std::make_unique<CDbMarkerDrawing>();
     drawing->addLayer(QStringLiteral("Layer"));
@@ -53,7 +53,7 @@ std::unique_ptr<DocumentMak> markerOfPieces(int pieces)
     for (int index = 0; index < pieces; ++index) {
         auto piece = std::make_unique<CDbPieceObject>(QStringLiteral("P%1").arg(index), short(1));
         piece->setSingle(true);
-        piece->addSize(1, disc(6));
+        piece->addSize(1, disc(6, pointsOfPiece));
         piece->setOrderedQuantity({1, 1, true}, 1);
         fabric->addPiece(std::move(piece));
         placeOne(*fabric, 1, static_cast<short>(index + 1), 7 + 14.0 * (index / 10),
@@ -83,7 +83,7 @@ std::unique_ptr<DocumentMak> markerOfStyles(const ReportShape &shape)
         for (short style = 1; style <= shape.styles; ++style) {
             auto piece = std::make_unique<CDbPieceObject>(QStringLiteral("Piece"), style);
             for (short size = 1; size <= shape.sizes; ++size) {
-                piece->addSize(size, disc(6));
+                piece->addSize(size, disc(6, kPointsOfStylePiece));
                 for (short layer = 1; layer <= shape.layers; ++layer) {
                     piece->setOrderedQuantity({size, layer, true}, size);
                 }

@@ -9,9 +9,9 @@ namespace KivSystem {
 
 class DocumentMak;
 
-// One style on one fabric and layer: `pieces` different pieces, each an outline of 100 points with
-// a few notches, and each placed once.
-std::unique_ptr<DocumentMak> markerOfPieces(int pieces);
+// One style on one fabric and layer: `pieces` different pieces, each an outline of so many points
+// with four notches, and each placed once.
+std::unique_ptr<DocumentMak> markerOfPieces(int pieces, int pointsOfPiece = 100);
 
 // Every style has one piece in all sizes on every fabric, with garments in every layer and size,
 // and one polygon placed per style, fabric and layer.

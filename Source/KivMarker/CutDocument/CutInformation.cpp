@@ -2,12 +2,11 @@
 
 #include "CutDocument/CutRequest.h"
 #include "CutDocument/InteriorPlace.h"
-#include "KivMarker/Drawing.h"
+#include "CutDocument/PieceNames.h"
 #include "KivMarker/GeneralPlotOptions.h"
 #include "KivMarker/MarkerOptions.h"
 #include "KivMarker/Polygon.h"
-
-#include <QFileInfo>
+#include "KivMarker/Style.h"
 
 #include <algorithm>
 #include <iterator>
@@ -39,25 +38,9 @@ int velocityFor(double area)
         [area](double smallest) { return area < smallest; }));
 }
 
-QString ballotOf(const CDbPolygon &polygon)
-{
-    if (polygon.ballotNumber == 0) {
-        return QString();
-    }
-    const QChar ballot = QLatin1Char(static_cast<char>(polygon.ballotNumber));
-    return polygon.pairedBallot ? QStringLiteral("%1/%1").arg(ballot) : QString(ballot);
-}
-
-QString joined(const QStringList &words)
-{
-    QStringList filled = words;
-    filled.removeAll(QString());
-    return filled.join(QLatin1Char(' '));
-}
-
 QString onlyIf(bool wanted, const QString &text)
 {
-    return wanted ? text.simplified() : QString();
+    return wanted ? text : QString();
 }
 
 QString cutterLabel(const QString &text)
@@ -67,13 +50,9 @@ QString cutterLabel(const QString &text)
 
 } // namespace
 
-CutInformation::CutInformation(
-    const CDbMarkerDrawing &drawing, const CDbFabricObject &fabric, const CutRequest &request)
-    : m_drawing(drawing)
-    , m_fabric(fabric)
+CutInformation::CutInformation(const PieceNames &names, const CutRequest &request)
+    : m_names(names)
     , m_request(request)
-    , m_fabricNumber(
-          drawing.getFabricsTable().findFabricIndex(const_cast<CDbFabricObject *>(&fabric)))
 {}
 
 void CutInformation::addTo(CutObject &object) const
@@ -86,7 +65,7 @@ void CutInformation::addTo(CutObject &object) const
     if (m_request.labelsOnly || m_request.settings.cutLabelM31) {
         QStringList labels;
         for (const CDbPolygon *polygon : object.pieces) {
-            labels.append(labelOf(*polygon));
+            labels.append(m_names.onLabel(*polygon));
         }
         const QString label = labels.join(QStringLiteral(" + "));
         object.label = m_request.labelsOnly ? label : cutterLabel(label);
@@ -108,53 +87,29 @@ void CutInformation::addTo(CutObject &object) const
     }
 }
 
-QString CutInformation::sizeName(const CDbPolygon &polygon, QString *special) const
-{
-    const CDbPieceObject *piece = m_fabric.findPieceAccordingIndex(polygon.pieceIndex, nullptr);
-    QString name = QString::number(polygon.sizeNumber);
-    QString unused;
-    if (piece != nullptr) {
-        piece->returnsSizeAndNameAccordingTypeSize(
-            m_drawing.findSizesList(
-                static_cast<short>(piece->getStyleNo() - 1), m_fabricNumber, nullptr),
-            polygon.pieceSize(), name, special != nullptr ? *special : unused, nullptr);
-    }
-    return name;
-}
-
-// Piece first: a cutter prints no more than the first characters.
-QString CutInformation::labelOf(const CDbPolygon &polygon) const
-{
-    const CDbPieceObject *piece = m_fabric.findPieceAccordingIndex(polygon.pieceIndex, nullptr);
-    const CDbStyleObject *style =
-        piece != nullptr ? m_drawing.getStyle(static_cast<short>(piece->getStyleNo() - 1))
-                         : nullptr;
-    return joined({piece != nullptr ? piece->getName().simplified() : QString(), sizeName(polygon),
-        ballotOf(polygon), style != nullptr ? style->getStyleName().simplified() : QString()});
-}
-
 QStringList CutInformation::linesOf(const CDbPolygon &polygon) const
 {
-    const CDbPieceObject *piece = m_fabric.findPieceAccordingIndex(polygon.pieceIndex, nullptr);
+    const CDbPieceObject *piece = m_names.pieceOf(polygon);
     if (piece == nullptr) {
         return QStringList();
     }
     const CDbMarkerOptions &wanted = CDbMarkerOptions::mDefaultOptions;
     const PieceData &data = piece->pieceData;
-    const CDbStyleObject *style = m_drawing.getStyle(static_cast<short>(piece->getStyleNo() - 1));
+    const CDbStyleObject *style = m_names.styleOf(polygon);
     QString special;
-    const QString size = sizeName(polygon, &special);
-    const QString file =
-        style != nullptr ? QFileInfo(style->getOriginalFileNameLinkInfo()).fileName() : QString();
+    const QString size = m_names.sizeName(polygon, &special);
+    const QString styleName = style != nullptr ? style->getStyleName() : QString();
     const QString lines[] = {
-        joined({onlyIf(wanted.taille(), size), onlyIf(wanted.ballot(), ballotOf(polygon)),
-            onlyIf(wanted.special(), special), onlyIf(wanted.pieceName(), data.nameText)}),
-        joined({onlyIf(wanted.styleName(), file), onlyIf(wanted.pattern(), data.patternText),
-            onlyIf(wanted.description(), data.descriptionText)}),
-        joined({onlyIf(wanted.pieceCode(), data.codeText),
+        joinedWords(
+            {onlyIf(wanted.taille(), size), onlyIf(wanted.ballot(), PieceNames::ballot(polygon)),
+                onlyIf(wanted.special(), special), onlyIf(wanted.pieceName(), data.nameText)}),
+        joinedWords(
+            {onlyIf(wanted.styleName(), styleName), onlyIf(wanted.pattern(), data.patternText),
+                onlyIf(wanted.description(), data.descriptionText)}),
+        joinedWords({onlyIf(wanted.pieceCode(), data.codeText),
             onlyIf(wanted.pieceCodeReference(), data.codeReferenceText),
             onlyIf(wanted.pieceIdentification(), data.identificationText)}),
-        joined({onlyIf(wanted.tissus(), data.tissusText),
+        joinedWords({onlyIf(wanted.tissus(), data.tissusText),
             onlyIf(wanted.quantite(), QString::number(piece->getKIVPieceQuantity()))}),
     };
     QStringList filled;

@@ -7,8 +7,7 @@
 
 namespace KivSystem {
 
-class CDbFabricObject;
-class CDbMarkerDrawing;
+class PieceNames;
 struct CutRequest;
 
 /// The smallest outlines, in square cm, of the classes 0, 1 and 2; all smaller ones are of class 3:
@@ -22,20 +21,16 @@ constexpr int kCutterLabelLength = 36;
 class CutInformation
 {
 public:
-    CutInformation(
-        const CDbMarkerDrawing &drawing, const CDbFabricObject &fabric, const CutRequest &request);
+    /// Both outlive it.
+    CutInformation(const PieceNames &names, const CutRequest &request);
 
     void addTo(CutObject &object) const;
 
 private:
-    QString labelOf(const CDbPolygon &polygon) const;
     QStringList linesOf(const CDbPolygon &polygon) const;
-    QString sizeName(const CDbPolygon &polygon, QString *special = nullptr) const;
 
-    const CDbMarkerDrawing &m_drawing;
-    const CDbFabricObject &m_fabric;
+    const PieceNames &m_names;
     const CutRequest &m_request;
-    short m_fabricNumber;
 };
 
 } // namespace KivSystem

@@ -10,6 +10,7 @@
 #include "CutDocument/CutShapes.h"
 #include "CutDocument/CutWaste.h"
 #include "CutDocument/CutWriter.h"
+#include "CutDocument/PieceNames.h"
 #include "KivMarker/Document.h"
 #include "KivMarker/Drawing.h"
 
@@ -27,6 +28,7 @@ public:
         , m_fabric(fabric)
         , m_request(request)
         , m_messages(messages)
+        , m_names(drawing, fabric)
     {}
 
     QVector<QDomDocument> documents()
@@ -57,7 +59,8 @@ private:
         for (const SelectedBlock &block : selected) {
             ShapedBlock result{block, {}};
             for (const CDbPolygon *polygon : block.polygons) {
-                result.pieces.push_back(cutShape(m_fabric, *polygon, block.offset, m_request));
+                result.pieces.push_back(cutShape(*polygon, block.offset, m_request));
+                result.pieces.back().name = m_names.inMessage(*polygon);
             }
             blocks.push_back(std::move(result));
         }
@@ -135,7 +138,7 @@ private:
 
     QVector<QDomDocument> written(std::vector<CutPlan> &plans)
     {
-        const CutInformation information(m_drawing, m_fabric, m_request);
+        const CutInformation information(m_names, m_request);
         QStringList faults;
         QStringList notes;
         QVector<QDomDocument> result;
@@ -160,6 +163,7 @@ private:
     const CutRequest &m_request;
     std::vector<CutMessage> &m_messages;
     QStringList m_holeMessages;
+    PieceNames m_names;
 };
 
 } // namespace

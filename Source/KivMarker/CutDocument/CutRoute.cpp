@@ -5,8 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 #include <tuple>
 
 namespace KivSystem {
@@ -14,7 +12,16 @@ namespace KivSystem {
 namespace {
 
 /// For every node so many others are looked at as its neighbours.
-std::size_t neighbourCount = getenv("NB") ? size_t(atoi(getenv("NB"))) : 8;
+constexpr std::size_t neighbourCount = 7;
+
+/// Routes of no more nodes than this are improved from every start there is; of longer ones only
+/// from those not longer than an improved one by more than this factor, for improving from a poor
+/// start takes long and seldom wins.
+constexpr std::size_t fewNodes = 300;
+constexpr double worthImproving = 1.2;
+
+/// After so many rounds the search ends even if another would gain a little.
+constexpr int mostRounds = 8;
 
 double distance(const GeoPoint2D &from, const GeoPoint2D &to)
 {
@@ -90,6 +97,53 @@ Route sweptRoute(const RouteTable &table)
     return route;
 }
 
+/// Chooses the stops and settles by turns until neither makes the route shorter. Returns the
+/// length.
+double settleWhole(const RouteTable &table, RouteImprover &improver)
+{
+    improver.chooseStops();
+    double length = improver.length();
+    for (int round = 0; round < mostRounds; ++round) {
+        improver.settle();
+        improver.chooseStops();
+        const double before = length;
+        length = improver.length();
+        if (length >= before - table.tolerance()) {
+            break;
+        }
+    }
+    return length;
+}
+
+/// The shortest route that comes from improving the starts, without shaking.
+Route settledRoute(
+    const RouteTable &table, RouteImprover &improver, const std::vector<Route> &starts)
+{
+    Route best;
+    double bestLength = std::numeric_limits<double>::infinity();
+    for (const Route &start : starts) {
+        improver.load(start);
+        improver.chooseStops();
+        if (table.nodeCount() > fewNodes && improver.length() > bestLength * worthImproving) {
+            continue;
+        }
+        const double length = settleWhole(table, improver);
+        if (best.empty() || length < bestLength - table.tolerance()) {
+            bestLength = length;
+            best = improver.route();
+        }
+    }
+    return best;
+}
+
+/// The effort spent on shaking: in proportion to the nodes with something on top for few of them,
+/// and less where a node has many stops and each shake takes longer.
+std::size_t shakeCount(const RouteTable &table)
+{
+    const std::size_t stopsPerNode = table.stopCount() / table.nodeCount();
+    return 12 * (1200 + 3 * table.nodeCount()) / (10 + 3 * stopsPerNode);
+}
+
 } // namespace
 
 double routeLength(const std::vector<RouteNode> &nodes, const Route &route, const GeoPoint2D &start)
@@ -127,37 +181,27 @@ Route nearestNeighbourRoute(const std::vector<RouteNode> &nodes, const GeoPoint2
 
 Route shortenedRoute(const std::vector<RouteNode> &nodes, const GeoPoint2D &start)
 {
+    const Route stored = storedRoute(nodes);
     const RouteTable table(nodes, start);
     if (nodes.empty() || !table.isFinite()) {
-        return storedRoute(nodes);
+        return stored;
     }
     StopTree tree(table);
     const RouteImprover::Neighbours neighbours = nearNodes(table, tree, neighbourCount);
-    const std::vector<Route> starts = {
-        nearestRoute(table, tree), storedRoute(nodes), sweptRoute(table)};
+    const Route nearest = nearestRoute(table, tree);
     RouteImprover improver(table, neighbours);
-    Route best;
-    double bestLength = std::numeric_limits<double>::infinity();
-    for (const Route &route : starts) {
-        improver.load(route);
-        improver.chooseStops();
-        improver.settle();
-        improver.chooseStops();
-        const double length = improver.length();
-        if (getenv("V"))
-            fprintf(stderr, "  start %g\n", length);
-        if (length < bestLength - table.tolerance()) {
-            bestLength = length;
-            best = improver.route();
+    improver.load(settledRoute(table, improver, {nearest, stored, sweptRoute(table)}));
+    improver.shake(shakeCount(table));
+    settleWhole(table, improver);
+
+    // The search sums its ways in another order; what is promised is said by routeLength().
+    Route best = improver.route();
+    for (const Route *other : {&nearest, &stored}) {
+        if (routeLength(nodes, *other, start) < routeLength(nodes, best, start)) {
+            best = *other;
         }
     }
-    improver.load(best);
-    std::size_t budget = getenv("SH") ? size_t(atoi(getenv("SH"))) : 20;
-    improver.shake(budget * nodes.size());
-    improver.chooseStops();
-    improver.settle();
-    improver.chooseStops();
-    return improver.route();
+    return best;
 }
 
 } // namespace KivSystem

@@ -21,7 +21,8 @@ constexpr std::size_t longestShake = 50;
 
 void RouteImprover::Move::addTurn(std::size_t first, std::size_t last)
 {
-    if (first < last) {
+    // A turn of one node is not nothing: its stop becomes the mirror.
+    if (first <= last) {
         turns[turnCount++] = {first, last};
     }
 }
@@ -124,11 +125,14 @@ RouteImprover::Pair RouteImprover::bestPair(
     Pair best;
     best.length = limit;
     // What cannot come below the limit even if the other stop lay on the straight way is left out.
+    // That holds only where the tool comes up at the place it went down: cutting is no way.
+    const bool leftIsClosed = table_.isClosed(left);
+    const bool rightIsClosed = table_.isClosed(right);
     onward_.clear();
     double shortestOnward = limit;
     for (std::size_t second = table_.firstStop(right); second < table_.endStop(right); ++second) {
         const double length = innerOf(second) + table_.way(second, to);
-        if (length < limit && table_.way(from, second) + length < limit) {
+        if (length < limit && (!leftIsClosed || table_.way(from, second) + length < limit)) {
             onward_.emplace_back(length, second);
             shortestOnward = std::min(shortestOnward, length);
         }
@@ -138,7 +142,8 @@ RouteImprover::Pair RouteImprover::bestPair(
     }
     for (std::size_t first = table_.firstStop(left); first < table_.endStop(left); ++first) {
         const double head = table_.way(from, first) + innerOf(first);
-        if (head + shortestOnward >= best.length || head + table_.way(first, to) >= best.length) {
+        if (head + shortestOnward >= best.length ||
+            (rightIsClosed && head + table_.way(first, to) >= best.length)) {
             continue;
         }
         for (const auto &[tail, second] : onward_) {
@@ -195,8 +200,12 @@ void RouteImprover::tryStops(std::size_t position, Move &best) const
         move.delta = table_.way(from, stop) + innerOf(stop) - before;
         move.addStop(node, stop);
     } else {
-        const Pair pair = bestPair(from, node, next, stopAt(position + 2));
-        move.delta = pair.length - before - innerOf(stop_[next]) - wayAfter(position + 1);
+        const double all = before + innerOf(stop_[next]) + wayAfter(position + 1);
+        const Pair pair = bestPair(from, node, next, stopAt(position + 2), all + best.delta);
+        if (pair.first == RouteTable::none) {
+            return;
+        }
+        move.delta = pair.length - all;
         move.addStop(node, pair.first);
         move.addStop(next, pair.second);
     }
@@ -256,22 +265,23 @@ void RouteImprover::tryTurnWithStops(std::size_t first, std::size_t last, Move &
     const std::size_t inFirst = mirrorOf(stopAt(first + 1));
     // Most turns are refused by what the four ways must be at least.
     const double tailBound = leastPair(inFirst, order_[first], order_[last + 1], stopAt(last + 2));
+    double room = before + best.delta - tailBound;
+    if (leastPair(stopAt(first - 2), order_[first - 1], order_[last], inLast) >= room) {
+        return;
+    }
+    const double inside = insideOfTurn(first + 1, last - 1);
+    room -= inside;
+    const Pair head = bestPair(stopAt(first - 2), order_[first - 1], order_[last], inLast, room);
+    if (head.first == RouteTable::none) {
+        return;
+    }
+    room += tailBound - head.length;
+    const Pair tail = bestPair(inFirst, order_[first], order_[last + 1], stopAt(last + 2), room);
+    if (tail.first == RouteTable::none) {
+        return;
+    }
     Move move;
-    move.delta = tailBound - before;
-    if (move.delta + leastPair(stopAt(first - 2), order_[first - 1], order_[last], inLast) >=
-        best.delta) {
-        return;
-    }
-    const Pair head = bestPair(stopAt(first - 2), order_[first - 1], order_[last], inLast);
-    move.delta += head.length;
-    if (move.delta < best.delta) {
-        move.delta += insideOfTurn(first + 1, last - 1);
-    }
-    if (move.delta >= best.delta) {
-        return;
-    }
-    const Pair tail = bestPair(inFirst, order_[first], order_[last + 1], stopAt(last + 2));
-    move.delta += tail.length - tailBound;
+    move.delta = head.length + tail.length + inside - before;
     if (move.delta < best.delta) {
         move.addTurn(first, last);
         move.addStop(order_[first - 1], head.first);

@@ -61,12 +61,13 @@ private:
         std::array<std::size_t, 3> stops{};
     };
 
-    /// Two stops of neighbouring nodes with all the way from before to after them.
+    /// Two stops of neighbouring nodes with all the way from before to after them; none when there
+    /// are no two with less than what was allowed.
     struct Pair
     {
         double length = 0;
-        std::size_t first = 0;
-        std::size_t second = 0;
+        std::size_t first = RouteTable::none;
+        std::size_t second = RouteTable::none;
     };
 
     std::size_t stopAt(std::size_t position) const;
@@ -74,7 +75,8 @@ private:
     double innerOf(std::size_t stop) const { return table_.stop(stop).inner; }
     std::size_t mirrorOf(std::size_t stop) const { return table_.stop(stop).mirror; }
 
-    Pair bestPair(std::size_t from, std::size_t left, std::size_t right, std::size_t to) const;
+    Pair bestPair(
+        std::size_t from, std::size_t left, std::size_t right, std::size_t to, double limit) const;
     double leastPair(std::size_t from, std::size_t left, std::size_t right, std::size_t to) const;
     double bestChain(std::size_t from, Chain &chain, std::size_t to) const;
     double insideOfTurn(std::size_t first, std::size_t last) const;
@@ -115,6 +117,8 @@ private:
         std::size_t second;
     };
     std::vector<Done> done_;
+    /// Room for bestPair(): the right stops that may do, with the way from each on.
+    mutable std::vector<std::pair<double, std::size_t>> onward_;
 };
 
 } // namespace KivSystem

@@ -117,13 +117,14 @@ std::size_t RouteTable::bestStop(std::size_t from, std::size_t node, std::size_t
 void RouteTable::addBox(std::size_t node)
 {
     const Stop &first = stops_[firstStop(node)];
-    Box box = {first.entryX, first.entryY, first.entryX, first.entryY};
+    Box box = {first.entryX, first.entryY, first.entryX, first.entryY, true};
     for (std::size_t index = firstStop(node); index < endStop(node); ++index) {
         const Stop &stop = stops_[index];
         box.minX = std::min({box.minX, stop.entryX, stop.exitX});
         box.minY = std::min({box.minY, stop.entryY, stop.exitY});
         box.maxX = std::max({box.maxX, stop.entryX, stop.exitX});
         box.maxY = std::max({box.maxY, stop.entryY, stop.exitY});
+        box.isClosed = box.isClosed && stop.entryX == stop.exitX && stop.entryY == stop.exitY;
     }
     boxes_.push_back(box);
 }

@@ -70,6 +70,8 @@ public:
     double leastWayBack(std::size_t node, std::size_t to) const;
     double leastBetween(std::size_t left, std::size_t right) const;
 
+    /// Whether every stop of the node ends where it begins.
+    bool isClosed(std::size_t node) const { return boxes_[node].isClosed; }
     /// Whether there is a node with more than one stop.
     bool hasChoice() const { return stopCount() > nodeCount(); }
     /// Whether every stop has a mirror with the same inner way, so that a part of a route is as
@@ -87,6 +89,7 @@ private:
         double minY;
         double maxX;
         double maxY;
+        bool isClosed;
 
         double wayTo(double x, double y) const;
     };

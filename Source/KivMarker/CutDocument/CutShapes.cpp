@@ -4,7 +4,6 @@
 #include "CutDocument/CutNotches.h"
 #include "CutDocument/CutReduction.h"
 #include "CutDocument/CutRequest.h"
-#include "KivMarker/Fabric.h"
 #include "KivMarker/Polygon.h"
 
 namespace KivSystem {
@@ -36,22 +35,12 @@ CutPath laidLine(const CDbVectorsObjectTable &points, double offset)
     return line;
 }
 
-QString objectName(const CDbFabricObject &fabric, const CDbPolygon &polygon)
-{
-    const CDbPieceObject *piece = fabric.findPieceAccordingIndex(polygon.pieceIndex, nullptr);
-    return QStringLiteral("piece \"%1\", size %2")
-        .arg(piece != nullptr ? piece->getName() : QString())
-        .arg(polygon.sizeNumber);
-}
-
 } // namespace
 
-CutObject cutShape(const CDbFabricObject &fabric, const CDbPolygon &polygon, double offset,
-    const CutRequest &request)
+CutObject cutShape(const CDbPolygon &polygon, double offset, const CutRequest &request)
 {
     const CDbVectorsObjectTable &contour = *polygon.currentContour();
     CutObject object;
-    object.name = objectName(fabric, polygon);
     object.pieces.push_back(&polygon);
 
     CutOutline outline = notchedOutline(contour, offset, request.notchLength);

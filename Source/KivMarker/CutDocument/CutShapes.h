@@ -7,13 +7,12 @@
 
 namespace KivSystem {
 
-class CDbFabricObject;
 class CDbPolygon;
 struct CutRequest;
 
-/// Outline with notches, lines to be cut, holes and match points. `offset` is added to x.
-CutObject cutShape(const CDbFabricObject &fabric, const CDbPolygon &polygon, double offset,
-    const CutRequest &request);
+/// Outline with notches, lines to be cut, holes and match points, without a name yet. `offset` is
+/// added to x.
+CutObject cutShape(const CDbPolygon &polygon, double offset, const CutRequest &request);
 
 } // namespace KivSystem
 
