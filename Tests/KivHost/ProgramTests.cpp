@@ -2,6 +2,7 @@
 
 #include "HostTestSupport.h"
 
+#include <QDomDocument>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -227,6 +228,58 @@ TEST_F(ProgramTest, PublishedLayoutsKeepTheirMeasuresInTheManagersReport)
         EXPECT_EQ(fields[17].toInt(), entry.placed) << entry.name;
         EXPECT_EQ(fields[18], "0") << entry.name;
     }
+}
+
+TEST_F(ProgramTest, PrintsTheCutDocumentForABrowserTheSameInEveryRun)
+{
+    const QString marker = KIV_SOURCE_DIR "/Samples/trousers.mar";
+    ASSERT_EQ(
+        run({"svg", marker, "--fabric", "2", "--for", "eastman", "--set", "EastCutScaleX=50"}), 0)
+        << err;
+    const QString first = out;
+    ASSERT_EQ(
+        run({"svg", marker, "--fabric", "2", "--for", "eastman", "--set", "EastCutScaleX=50"}), 0);
+    EXPECT_EQ(out, first);
+    QDomDocument svg;
+    ASSERT_TRUE(svg.setContent(out));
+    const QDomElement root = svg.documentElement();
+    EXPECT_EQ(root.attribute("viewBox").section(' ', 0, 1), "-2 -2");
+    // What a browser shows stands beside the elements of the cut, not among them.
+    const QDomElement path = root.firstChildElement("object").firstChildElement("path");
+    EXPECT_EQ(path.attribute("d"), path.text());
+    EXPECT_EQ(root.lastChildElement().tagName(), "g");
+    EXPECT_EQ(root.lastChildElement().elementsByTagName("use").size(),
+        root.elementsByTagName("object").size() > 0
+            ? svg.elementsByTagName("path").size() -
+                  root.lastChildElement().elementsByTagName("path").size()
+            : 0);
+
+    EXPECT_EQ(run({"svg", marker, "--fabric", "3"}), 2);
+    EXPECT_EQ(err, "kivhost: there is no fabric 3; the marker has 2\n");
+    EXPECT_EQ(run({"svg", marker, "--block", "1"}), 2);
+    EXPECT_EQ(err, "kivhost: there is no document of a block 1; there are 0\n");
+    EXPECT_EQ(run({"svg", marker, "--set", "CutCommandM69=true", "--set", "CutLength=20", "--set",
+                  "CutThresholdAdvance=20"}),
+        1);
+    EXPECT_TRUE(err.contains("the cutter reaches 20.000 cm")) << err;
+    EXPECT_EQ(out, "");
+}
+
+TEST_F(ProgramTest, TellsOfTheCutsInEachOrder)
+{
+    const QString marker = KIV_SOURCE_DIR "/Samples/tshirt.mar";
+    ASSERT_EQ(run({"info", marker, "--cut", "--json"}), 0) << err;
+    const QJsonObject cuts =
+        QJsonDocument::fromJson(out.toUtf8()).object()["cut"].toArray()[0].toObject();
+    const auto value = [&cuts](const char *order, const char *key) {
+        return cuts[order].toObject()[key].toDouble();
+    };
+    EXPECT_GT(value("stored", "idleLength"), value("shortened", "idleLength"));
+    EXPECT_GT(value("shortened", "idleLength"), value("optimised", "idleLength"));
+    EXPECT_NEAR(value("stored", "cutLength"), value("optimised", "cutLength"), 1e-3);
+    EXPECT_EQ(value("stored", "objects"), 24);
+    ASSERT_EQ(run({"info", marker, "--cut"}), 0);
+    EXPECT_TRUE(out.contains("cuts of fabric \"Rib 1x1\":\n    stored: cut 180.00, idle ")) << out;
 }
 
 } // namespace

@@ -181,14 +181,14 @@ Route nearestNeighbourRoute(const std::vector<RouteNode> &nodes, const GeoPoint2
 
 Route shortenedRoute(const std::vector<RouteNode> &nodes, const GeoPoint2D &start)
 {
-    const Route stored = storedRoute(nodes);
+    Route stored = storedRoute(nodes);
     const RouteTable table(nodes, start);
     if (nodes.empty() || !table.isFinite()) {
         return stored;
     }
     StopTree tree(table);
     const RouteImprover::Neighbours neighbours = nearNodes(table, tree, neighbourCount);
-    const Route nearest = nearestRoute(table, tree);
+    Route nearest = nearestRoute(table, tree);
     RouteImprover improver(table, neighbours);
     improver.load(settledRoute(table, improver, {nearest, stored, sweptRoute(table)}));
     improver.shake(shakeCount(table));

@@ -55,11 +55,13 @@ Route storedRoute(const std::vector<RouteNode> &nodes);
 
 /// From the start always on to the node with the nearest entry among all stops of the nodes not
 /// visited yet. Of equally near entries the one of the lower node is taken, in the same node the
-/// stop with the shorter inner way. Throws std::invalid_argument for a node without stops. Takes
-/// time of about n log n for n stops.
+/// stop with the shorter inner way. Throws std::invalid_argument for a node without stops; with a
+/// coordinate or inner way that is not finite the stored route comes back. Takes time of about
+/// n log n for n stops.
 Route nearestNeighbourRoute(const std::vector<RouteNode> &nodes, const GeoPoint2D &start);
 
 /// A route improved by local search, never longer than storedRoute() and nearestNeighbourRoute().
+/// Time grows about in proportion to the nodes, and with the square of the stops of a node.
 /// Throws std::invalid_argument for a node without stops. With a coordinate or inner way that is
 /// not finite there is nothing to compare, and the stored route comes back.
 Route shortenedRoute(const std::vector<RouteNode> &nodes, const GeoPoint2D &start);

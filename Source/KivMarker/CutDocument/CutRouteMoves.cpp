@@ -6,8 +6,9 @@ namespace KivSystem {
 
 namespace {
 
-/// The longest part of a route that is turned when turning costs a walk along it: routes of many
-/// nodes would else take time that grows with the square of their number.
+/// The longest part of a route that is turned, and the longest where a turn has to be measured by
+/// a walk along it: routes of many nodes would else take time that grows with the square of their
+/// number.
 constexpr std::size_t longestTurnAtAll = 25000;
 constexpr std::size_t longestIrreversibleTurn = 1000;
 
@@ -98,9 +99,11 @@ void RouteImprover::chooseStops()
         for (std::size_t to = table_.firstStop(node); to < table_.endStop(node); ++to) {
             double best = std::numeric_limits<double>::infinity();
             for (std::size_t from = table_.firstStop(last); from < table_.endStop(last); ++from) {
-                const double length = reached[from] + table_.way(from, to);
-                if (length < best) {
-                    best = length;
+                // Roots are drawn for the few that are shorter, so squares are compared.
+                const double room = best - reached[from];
+                const double square = table_.squareOfWay(from, to);
+                if (room > 0 && square < room * room) {
+                    best = reached[from] + std::sqrt(square);
                     before[to] = from;
                 }
             }
@@ -147,12 +150,10 @@ RouteImprover::Pair RouteImprover::bestPair(
             continue;
         }
         for (const auto &[tail, second] : onward_) {
-            if (head + tail >= best.length) {
-                continue;
-            }
-            const double length = head + table_.way(first, second) + tail;
-            if (length < best.length) {
-                best = {length, first, second};
+            const double room = best.length - head - tail;
+            const double square = table_.squareOfWay(first, second);
+            if (room > 0 && square < room * room) {
+                best = {head + std::sqrt(square) + tail, first, second};
             }
         }
     }
@@ -402,7 +403,9 @@ RouteImprover::Move RouteImprover::shakeMove(std::size_t index) const
     // spread evenly; the lengths run through their range with strides that fit neither each other
     // nor the places.
     const std::size_t count = table_.nodeCount();
-    const std::size_t longest = std::max<std::size_t>(1, std::min(longestShake, count / 3));
+    // Of few nodes half may be swapped, else there would be too little to try.
+    const std::size_t share = std::max(count / 3, std::min<std::size_t>(count / 2, 4));
+    const std::size_t longest = std::min(longestShake, share);
     const std::size_t left = 1 + index * 7 % longest;
     const std::size_t right = 1 + (index * 11 + index / longest) % longest;
     const std::size_t room = count - left - right + 1;

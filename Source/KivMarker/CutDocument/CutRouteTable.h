@@ -52,12 +52,15 @@ public:
     /// The way from the exit of a stop to the entry of another; none as target costs nothing.
     double way(std::size_t from, std::size_t to) const
     {
-        if (to == none) {
-            return 0;
-        }
+        return to == none ? 0 : std::sqrt(squareOfWay(from, to));
+    }
+
+    /// The square of the way between two stops that there are.
+    double squareOfWay(std::size_t from, std::size_t to) const
+    {
         const double dx = stops_[to].entryX - stops_[from].exitX;
         const double dy = stops_[to].entryY - stops_[from].exitY;
-        return std::sqrt(dx * dx + dy * dy);
+        return dx * dx + dy * dy;
     }
 
     /// The stop of the node with the shortest way from one stop and on to another.
