@@ -168,12 +168,12 @@ TEST(Reduction, LeavesOutWhatLiesWithinTheToleranceAndKeepsWhatIsToBeKept)
     CutOutline outline =
         outlineOf({{0, 0}, {4, 0.05}, {5, 0.06}, {6, -0.05}, {10, 0}, {10, 5}, {10, 10}, {0, 10}});
     outline.points[2].keep = true;
-    conditionOutline(outline, reducing(0.1));
+    reduceOutline(outline, reducing(0.1));
     EXPECT_EQ(text(outline), "0,0 5,0.06 10,0 10,10 0,10");
 
     // Nothing would be left of it.
     CutOutline sliver = outlineOf({{0, 0}, {5, 0.05}, {10, 0}, {5, -0.05}});
-    conditionOutline(sliver, reducing(1));
+    reduceOutline(sliver, reducing(1));
     EXPECT_EQ(sliver.points.size(), 4U);
 
     EXPECT_EQ(text(conditionedLine({{0, 0}, {1, 0.01}, {2, 0}}, reducing(0.1))), "0,0 2,0");
@@ -185,7 +185,7 @@ TEST(Reduction, PutsPointsOnLongEdgesTheClosingOneToo)
     settings.cutInterPoints = true;
     settings.cutInterPointsFreq = 4;
     CutOutline outline = outlineOf({{0, 0}, {10, 0}, {10, 4}, {0, 4}});
-    conditionOutline(outline, settings);
+    divideLongEdges(outline, settings);
     EXPECT_EQ(outline.points.size(), 4U + 2 + 2);
     for (std::size_t i = 0; i < outline.points.size(); ++i) {
         EXPECT_LE(distance(outline.points[i].place(),

@@ -2,6 +2,7 @@
 
 #include "Clipping.h"
 #include "CutDocument/CutCorners.h"
+#include "CutDocument/CutReduction.h"
 #include "CutDocument/CutRequest.h"
 #include "CutDocument/InteriorPlace.h"
 #include "KivMarker/Fabric.h"
@@ -40,9 +41,11 @@ GeoRectangle widened(const GeoRectangle &rect, double gapX, double gapY)
 class RoughOutlines
 {
 public:
-    RoughOutlines(const std::vector<ShapedBlock> &blocks, const CDbFabricObject &fabric)
+    RoughOutlines(const std::vector<ShapedBlock> &blocks, const CDbFabricObject &fabric,
+        const CutSettings &settings)
         : m_gapX(std::abs(fabric.getGapInX()))
         , m_gapY(fabric.getGapInY())
+        , m_settings(settings)
     {
         for (std::size_t block = 0; block < blocks.size(); ++block) {
             const SelectedBlock &selected = blocks[block].selected;
@@ -102,7 +105,7 @@ private:
         });
     }
 
-    static CutOutline outlineOf(const Contour &contour)
+    CutOutline outlineOf(const Contour &contour) const
     {
         CutOutline outline;
         for (const GeoPoint2D &place : contour) {
@@ -112,11 +115,13 @@ private:
             outline.points.push_back(point);
         }
         markCorners(outline);
+        divideLongEdges(outline, m_settings); // to leave out points would bring it nearer to others
         return outline;
     }
 
     double m_gapX;
     double m_gapY;
+    const CutSettings &m_settings;
     std::vector<LaidPolygon> m_polygons;
 };
 
@@ -170,7 +175,7 @@ std::vector<std::vector<CutObject>> arrangeBlocks(
     std::vector<ShapedBlock> blocks, const CDbFabricObject &fabric, const CutRequest &request)
 {
     const CutSettings &settings = request.settings;
-    const RoughOutlines rough(blocks, fabric);
+    const RoughOutlines rough(blocks, fabric, settings);
     std::vector<std::vector<CutObject>> documents(1);
     for (std::size_t i = 0; i < blocks.size(); ++i) {
         ShapedBlock &block = blocks[i];

@@ -60,7 +60,8 @@ bool assignFrames(CutPlan &plan, const CutRequest &request, QStringList &message
     double start = 0;
     while (!waiting.empty()) {
         const auto fits = [&](const Span &span) {
-            return span.end <= start + length + kSlack && span.start <= start + threshold + kSlack;
+            return span.start >= start - kSlack && span.end <= start + length + kSlack &&
+                   span.start <= start + threshold + kSlack;
         };
         if (!fits(waiting.front())) {
             start = waiting.front().start;

@@ -7,10 +7,15 @@
 namespace KivSystem {
 namespace {
 
+// A hole on the outline itself lies in the piece.
+constexpr double kOnOutline = 1e-6; // cm
+
 bool contains(const CutObject &object, const GeoPoint2D &place)
 {
-    return std::any_of(object.outlines.begin(), object.outlines.end(),
-        [&place](const CutOutline &outline) { return clearance(placesOf(outline), place) >= 0; });
+    return std::any_of(
+        object.outlines.begin(), object.outlines.end(), [&place](const CutOutline &outline) {
+            return clearance(placesOf(outline), place) >= -kOnOutline;
+        });
 }
 
 const CutObject *findPieceAt(const std::vector<ShapedBlock> &blocks, const GeoPoint2D &place)

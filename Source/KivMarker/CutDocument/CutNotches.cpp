@@ -76,6 +76,9 @@ NotchMaker::NotchMaker(const CDbVectorsObjectTable &contour, double offset, doub
         if (m_points.empty() || laid.x != m_points.back().x || laid.y != m_points.back().y) {
             m_points.push_back(laid);
         }
+        if (point.pointType == Punch || point.pointType == UserPunch || point.matchPoint) {
+            m_points.back().keep = true;
+        }
         if (isNotch(point.pointType)) {
             marks.emplace_back(m_points.size() - 1, &point);
         }

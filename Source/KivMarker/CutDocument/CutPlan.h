@@ -41,7 +41,7 @@ struct CutPoint
 {
     double x = 0;
     double y = 0;
-    bool keep = false;   ///< stays where it is: a notch starts or ends here, or a sharp corner
+    bool keep = false;   ///< stays where it is: a notch, a hole, a match point, a sharp corner
     bool lift = false;   ///< a sharp corner: the tool is lifted and plunged behind it
     bool corner = false; ///< the outline turns here, so that a start does not show
     int notch = -1;      ///< 0-based among the outline's notches; -1 for none

@@ -113,7 +113,7 @@ bool addsPoints(const CutSettings &settings)
 
 } // namespace
 
-void conditionOutline(CutOutline &outline, const CutSettings &settings)
+void reduceOutline(CutOutline &outline, const CutSettings &settings)
 {
     constexpr std::size_t triangle = 3;
     if (settings.reducePoints && outline.points.size() > triangle) {
@@ -122,6 +122,10 @@ void conditionOutline(CutOutline &outline, const CutSettings &settings)
             outline.points = std::move(points);
         }
     }
+}
+
+void divideLongEdges(CutOutline &outline, const CutSettings &settings)
+{
     if (addsPoints(settings)) {
         outline.points = withIntermediate(outline.points, settings.cutInterPointsFreq, true);
     }

@@ -10,13 +10,15 @@ namespace KivSystem {
 
 struct CutSettings;
 
-/// Leaves out points as long as no point that is left out lies further from the outline than the
-/// tolerance (Douglas and Peucker), and adds points on edges that are longer than the distance
-/// asked for, each as the settings tell. Points that are to be kept stay, and so does the start. An
-/// outline of which less than a triangle would remain stays as it is.
-void conditionOutline(CutOutline &outline, const CutSettings &settings);
+/// Leaves out points, if the settings ask for it, as long as none that is left out lies further
+/// from the outline than the tolerance (Douglas and Peucker). Points that are to be kept stay, and
+/// so does the start. An outline of which less than a triangle would remain stays as it is.
+void reduceOutline(CutOutline &outline, const CutSettings &settings);
 
-/// The same for an open line; its ends stay.
+/// Adds points, if the settings ask for it, on edges that are longer than the distance asked for.
+void divideLongEdges(CutOutline &outline, const CutSettings &settings);
+
+/// Both for an open line; its ends stay.
 CutPath conditionedLine(CutPath line, const CutSettings &settings);
 
 } // namespace KivSystem

@@ -45,8 +45,9 @@ CutObject cutShape(const CDbPolygon &polygon, double offset, const CutRequest &r
 
     CutOutline outline = notchedOutline(contour, offset, request.notchLength);
     markCorners(outline);
-    conditionOutline(outline, request.settings);
+    reduceOutline(outline, request.settings);
     markCorners(outline); // what was left out may have made a corner sharper
+    divideLongEdges(outline, request.settings);
     object.outlines.push_back(std::move(outline));
 
     for (const InternalLine &line : polygon.internalLines()) {

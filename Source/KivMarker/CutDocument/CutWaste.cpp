@@ -28,11 +28,19 @@ public:
             static_cast<std::size_t>(std::max(count, 0.0)), FreeEdges{cloth.top(), cloth.bottom()});
     }
 
-    void keepClearOf(const CutOutline &outline)
+    void keepClearOf(const CutObject &object)
     {
-        const auto &points = outline.points;
-        for (std::size_t i = 0; i < points.size(); ++i) {
-            keepClearOf(points[i].place(), points[(i + 1) % points.size()].place());
+        for (const CutOutline &outline : object.outlines) {
+            const auto &points = outline.points;
+            for (std::size_t i = 0; i < points.size(); ++i) {
+                keepClearOf(points[i].place(), points[(i + 1) % points.size()].place());
+            }
+            for (const CutPath &notch : outline.notches) {
+                keepClearOf(notch);
+            }
+        }
+        for (const CutPath &line : object.internals) {
+            keepClearOf(line);
         }
     }
 
@@ -49,6 +57,13 @@ private:
     double placeOf(std::size_t index) const
     {
         return m_cloth.left() + static_cast<double>(index + 1) * m_spacing;
+    }
+
+    void keepClearOf(const CutPath &path)
+    {
+        for (std::size_t i = 0; i + 1 < path.size(); ++i) {
+            keepClearOf(path[i], path[i + 1]);
+        }
     }
 
     void keepClearOf(GeoPoint2D from, GeoPoint2D to)
@@ -125,16 +140,18 @@ std::vector<WasteCut> wasteCuts(const std::vector<GeoRectangle> &cloths,
     for (const GeoRectangle &cloth : cloths) {
         EdgeCuts cuts(cloth, settings);
         for (const CutObject *object : objects) {
-            for (const CutOutline &outline : object->outlines) {
-                cuts.keepClearOf(outline);
-            }
+            cuts.keepClearOf(*object);
         }
         const std::vector<WasteCut> found = cuts.cuts();
         result.insert(result.end(), found.begin(), found.end());
     }
     if (!cloths.empty()) {
         const GeoRectangle &last = cloths.back();
-        result.push_back({last.right(), last.rightBottom(), last.rightTop(), false});
+        double end = last.right();
+        for (const CutObject *object : objects) {
+            end = std::max(end, object->reach().right()); // a notch may stick out
+        }
+        result.push_back({end, {end, last.bottom()}, {end, last.top()}, false});
     }
     return result;
 }
