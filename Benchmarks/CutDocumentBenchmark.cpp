@@ -52,7 +52,7 @@ struct Stages
     {
         std::vector<ShapedBlock> blocks;
         for (const SelectedBlock &block : selectBlocks(*document->drawing(), fabric)) {
-            blocks.push_back({block, {cutShape(*block.polygons[0], 0, request)}});
+            blocks.push_back({block, {cutShape(block.pieces[0], request)}});
         }
         return blocks;
     }
@@ -94,7 +94,7 @@ void cuttingOrder(benchmark::State &state)
     const std::vector<CutObject> objects = stages.objects();
     for (auto _ : state) {
         std::vector<CutObject> ordered = objects;
-        orderObjects(ordered, stages.request);
+        orderObjects(ordered, GeoPoint2D(), stages.request);
         benchmark::DoNotOptimize(ordered);
     }
 }

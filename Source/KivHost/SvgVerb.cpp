@@ -23,8 +23,13 @@ int writeSvg(const SvgVerbOptions &options, const Console &console)
     }
     QVector<QDomDocument> documents =
         document->toSVG(cutRequestFor(options.cutter, drawing), static_cast<short>(options.fabric));
+    bool refused = false;
     for (const CutMessage &message : document->takeCutMessages()) {
         console.message(message.text);
+        refused = refused || message.refused;
+    }
+    if (refused) {
+        return ExitFailed;
     }
     if (documents.isEmpty()) {
         throw HostError(

@@ -2,9 +2,14 @@
 
 #include "KivGeo/Rectangle.h"
 
+#include <boost/geometry.hpp>
+#include <boost/geometry/geometries/register/point.hpp>
 #include <polyclipping/clipper.hpp>
 
+#include <algorithm>
 #include <cmath>
+
+BOOST_GEOMETRY_REGISTER_POINT_2D(KivSystem::GeoPoint2D, double, cs::cartesian, x, y)
 
 namespace KivSystem {
 namespace {
@@ -42,21 +47,29 @@ Paths toPaths(const std::vector<Contour> &contours)
     return paths;
 }
 
-std::vector<Contour> outerContours(const Paths &paths)
+Region regionOf(const Paths &paths)
 {
-    std::vector<Contour> contours;
+    Region region;
     for (const Path &path : paths) {
-        if (!ClipperLib::Orientation(path)) {
-            continue; // a hole
-        }
         Contour contour;
         for (const IntPoint &point : path) {
             contour.emplace_back(static_cast<double>(point.X) * kClippingUnit,
                 static_cast<double>(point.Y) * kClippingUnit);
         }
-        contours.push_back(std::move(contour));
+        (ClipperLib::Orientation(path) ? region.outer : region.holes).push_back(std::move(contour));
     }
-    return contours;
+    return region;
+}
+
+// No point that is left out lies further from the contour than the tolerance.
+Contour simplified(const Contour &contour, double tolerance)
+{
+    boost::geometry::model::ring<GeoPoint2D> ring(contour.begin(), contour.end());
+    ring.push_back(contour.front());
+    boost::geometry::model::ring<GeoPoint2D> result;
+    boost::geometry::simplify(ring, result, tolerance);
+    constexpr std::size_t closedTriangle = 4;
+    return result.size() >= closedTriangle ? Contour(result.begin(), result.end() - 1) : contour;
 }
 
 Paths combined(const Paths &subject, const Paths &clip, ClipperLib::ClipType type)
@@ -73,28 +86,32 @@ Paths combined(const Paths &subject, const Paths &clip, ClipperLib::ClipType typ
 
 std::vector<Contour> widenedUnion(const std::vector<Contour> &outlines, double gapX, double gapY)
 {
-    const Paths paths = toPaths(outlines);
-    Paths widened = paths;
+    Paths widened = toPaths(outlines);
     if (gapX > 0 || gapY > 0) {
-        const Path box{
-            toUnits(-gapX, -gapY), toUnits(gapX, -gapY), toUnits(gapX, gapY), toUnits(-gapX, gapY)};
-        for (const Path &path : paths) {
+        const double tolerance = kSimplified * std::max(gapX, gapY);
+        for (const Contour &outline : outlines) {
+            const bool fine = outline.size() <= kFinePoints;
+            const double x = gapX + (fine ? 0 : tolerance);
+            const double y = gapY + (fine ? 0 : tolerance);
+            const Path path = toPath(fine ? outline : simplified(outline, tolerance));
+            const Path box{toUnits(-x, -y), toUnits(x, -y), toUnits(x, y), toUnits(-x, y)};
             Paths swept;
             ClipperLib::MinkowskiSum(box, path, swept, true);
             widened.insert(widened.end(), swept.begin(), swept.end());
         }
     }
-    return outerContours(combined(widened, {}, ClipperLib::ctUnion));
+    return regionOf(combined(widened, {}, ClipperLib::ctUnion)).outer;
 }
 
-std::vector<Contour> remainder(const std::vector<Contour> &subject,
-    const std::vector<Contour> &others, const GeoRectangle &cloth)
+Region remainder(const std::vector<Contour> &subject, const std::vector<Contour> &others,
+    const std::vector<Contour> &kept, const GeoRectangle &cloth)
 {
     const Path rectangle{toUnits(cloth.left(), cloth.bottom()),
         toUnits(cloth.right(), cloth.bottom()), toUnits(cloth.right(), cloth.top()),
         toUnits(cloth.left(), cloth.top())};
-    const Paths onCloth = combined(toPaths(subject), {rectangle}, ClipperLib::ctIntersection);
-    return outerContours(combined(onCloth, toPaths(others), ClipperLib::ctDifference));
+    const Paths free = combined(toPaths(subject), toPaths(others), ClipperLib::ctDifference);
+    const Paths all = combined(free, toPaths(kept), ClipperLib::ctUnion);
+    return regionOf(combined(all, {rectangle}, ClipperLib::ctIntersection));
 }
 
 } // namespace KivSystem

@@ -1,7 +1,7 @@
 // Clipping: union, difference and widening of outlines, behind which the Clipper library stands.
 //
 // Clipper counts in whole numbers; a unit here is kClippingUnit. Results are outer contours,
-// without holes, counter-clockwise, their first point not repeated.
+// counter-clockwise, their first point not repeated; holes are told where they are asked for.
 
 #ifndef KIVMARKER_CLIPPING_H
 #define KIVMARKER_CLIPPING_H
@@ -17,14 +17,23 @@ class GeoRectangle;
 using Contour = std::vector<GeoPoint2D>;
 
 constexpr double kClippingUnit = 1e-6; // cm
+constexpr std::size_t kFinePoints = 200;
+constexpr double kSimplified = 0.01;
+
+struct Region
+{
+    std::vector<Contour> outer;
+    std::vector<Contour> holes; ///< clockwise
+};
 
 /// The union of the outlines, each widened by `gapX` to either side along x and by `gapY` along y
-/// (none of them below zero).
+/// (none of them below zero). An outline of more than kFinePoints points is simplified first and
+/// widened by as much more as that may take away, kSimplified of the larger gap.
 std::vector<Contour> widenedUnion(const std::vector<Contour> &outlines, double gapX, double gapY);
 
-/// What of `subject` lies on the cloth and outside of `others`.
-std::vector<Contour> remainder(const std::vector<Contour> &subject,
-    const std::vector<Contour> &others, const GeoRectangle &cloth);
+/// What of `subject` lies outside of `others`, and all of `kept`, as far as it lies on the cloth.
+Region remainder(const std::vector<Contour> &subject, const std::vector<Contour> &others,
+    const std::vector<Contour> &kept, const GeoRectangle &cloth);
 
 } // namespace KivSystem
 

@@ -5,6 +5,7 @@
 #include "KivMarker/Drawing.h"
 #include "KivMarker/ShareGlobales.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace KivSystem {
@@ -32,6 +33,7 @@ QVector<QDomDocument> DocumentMak::toSVG(const SvgOptions &options, short fabric
     const CutRequest request = cutRequest(
         options, CDbMarkerShareGlobales::instance()->cutSettings(), m_drawing->zentrimActif);
     const bool all = fabric == 0;
+    const auto told = static_cast<std::ptrdiff_t>(m_cutMessages.size());
     QVector<QDomDocument> documents;
     for (short index = 0; index < m_drawing->getFabricsQty(); ++index) {
         const CDbFabricObject &found = *m_drawing->getFabric(index);
@@ -39,7 +41,9 @@ QVector<QDomDocument> DocumentMak::toSVG(const SvgOptions &options, short fabric
             documents += cutDocuments(*m_drawing, found, request, m_cutMessages);
         }
     }
-    return documents;
+    const bool refused = std::any_of(m_cutMessages.begin() + told, m_cutMessages.end(),
+        [](const CutMessage &message) { return message.refused; });
+    return refused ? QVector<QDomDocument>() : documents;
 }
 
 } // namespace KivSystem

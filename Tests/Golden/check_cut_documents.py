@@ -19,15 +19,18 @@ from concurrent.futures import ProcessPoolExecutor
 from pathlib import Path
 from xml.etree.ElementTree import ParseError
 
-from cut_properties import CUTS, LABELS, PAIRED
-from cut_reading import NEAR, Document, Laid, box, notches_of
+from cut_properties import (CUTS, LABELS, PAIRED, covers_cloth, labels_lie_as_pieces_are_cut,
+                            told_out_of_range, what_is_out_of_range_is_told)
+from cut_reading import NEAR, Document, Laid
 from random_markers import random_marker
 
 ROOT = Path(__file__).resolve().parents[2]
-EASTMAN = {"CutNotchSize", "CutOrderCrans", "CutBlocking", "CutFusing", "MiniCutFileBlock"}
+EASTMAN = {"CutNotchSize", "CutOrderCrans", "CutInternalOrder", "CutBlocking", "CutFusing",
+           "MiniCutFileBlock"}
 DEFAULTS = {
-    "CutNotchSize": 0.5, "CutOrderCrans": 2, "ReducePointsTolerance": 0.05, "EastCutTypeDrill": 2,
-    "CutInterPointsFreq": 50, "CutFabricEdgeSpacing": 50, "CutFabricEdgeLength": 10,
+    "CutNotchSize": 0.5, "CutOrderCrans": 2, "CutInternalOrder": 1, "EastCutInternalOrder": 1,
+    "ReducePointsTolerance": 0.05, "EastCutTypeDrill": 2, "CutInterPointsFreq": 50,
+    "CutFabricEdgeSpacing": 50, "CutFabricEdgeLength": 10,
     "CutLength": 180, "CutThresholdAdvance": 120, "CutScaleX": 100, "CutScaleY": 100,
     "EastCutScaleX": 100, "EastCutScaleY": 100, "EastCutNotchSize": 0.5, "EastCutOrderCrans": 2}
 RANDOM = 200
@@ -36,7 +39,11 @@ SEEN = {  # no run is worth anything that has not met all of these
     "notch at the start", "simpleNotch", "doubleNotch", "vNotch", "userNotch", "internal lines",
     "intermediate points", "sharp corners", "M43", "M44", "holes outside", "frames", "waste cuts",
     "rough outlines beside others", "pen texts", "M31", "refused, frames", "refused, range",
-    "scaled"}
+    "scaled", "labels in cutting order", "notches gathered", "short notches",
+    "beyond the lower edge of the fabric", "beyond the upper edge of the fabric",
+    "beyond the start of the fabric", "beyond the start of the next layer", "refused, start",
+    "holes left out: in a piece", "holes left out: elsewhere", "frames that start with nothing",
+    "gaps of rough outlines"}
 
 
 class Run:
@@ -57,16 +64,19 @@ class Run:
     def read(self):
         """Every document of the fabric can be read."""
         if self.status == 0:
-            documents = [Document(self.out, self.scale)]
+            counted = bool(self.asked("CutOrderCrans")), bool(self.asked("CutInternalOrder"))
+            documents = [Document(self.out, self.scale, *counted)]
             for block in range(1, len(self.expected()) + (len(self.expected()) > 1)):
                 status, out, err = self.call(self.arguments + ["--block", str(block)])
                 assert (status == 0) == (block < len(self.expected())), f"block {block}: {err}"
-                documents += [Document(out, self.scale)] if status == 0 else []
+                documents += [Document(out, self.scale, *counted)] if status == 0 else []
             self.documents = documents
 
     def asked(self, name):
         if self.kind == "labels" and name in ("CutBlocking", "CutFusing"):
             return 0
+        if self.kind == "eastman" and name == "CutCommandM69":
+            return False
         name = "East" + name if self.kind == "eastman" and name in EASTMAN else name
         return self.settings.get(name, DEFAULTS.get(name, False))
 
@@ -85,6 +95,7 @@ class Run:
         for group in self.laid.groups:
             several, fusing = len(group) > 1, self.asked("CutFusing")
             rough = fusing == 2 if several else self.asked("CutBlocking")
+            rough = rough and any(map(covers_cloth, group))
             main += [("rough", group)] if rough else []
             if several and self.asked("MiniCutFileBlock"):
                 blocks.append([("piece", [piece]) for piece in group])
@@ -95,35 +106,24 @@ class Run:
         return [main] + blocks
 
 
-def reach_of(piece, length):
-    points = [p for line in piece.lines for p in line] + [p for p, _ in piece.drills]
-    points += [p for _, ways in notches_of(piece, length) for p in ways[0]]
-    return box(piece.contour + points)
-
-
-def beyond_the_cloth(run):
-    """Names of the pieces that a cutter with a range check must refuse; None if it is open."""
-    names = []
-    for piece in run.laid.pieces:
-        left, bottom, _, top = reach_of(piece, run.asked("CutNotchSize"))
-        excess = max(piece.cloth.start - left, -bottom, top - piece.cloth.width)
-        names += [piece.name] if excess > 1e-3 + NEAR else []
-    return names if run.kind == "ansi" else []
-
-
 def refused_with_the_reason(run, calm):
-    """A call is refused for a piece beyond the cloth or one longer than the cutter, by name."""
-    names = beyond_the_cloth(run)
+    """A call is refused for a piece out of range or one that no frame can hold, by name."""
+    names = [told[0] for told in told_out_of_range(run)] if run.kind == "ansi" else []
+    run.see("refused, range", bool(names))
     if not names and run.asked("CutCommandM69"):
         for kind, pieces, found, _ in (calm.pairs if calm else None) or ():
             length = run.asked("CutLength") / run.machine_scale() / run.scale[0]
-            if found.reach[2] - found.reach[0] > length + 2 * NEAR:
+            fault = ("cm long; the cutter reaches"
+                     if found.reach[2] - found.reach[0] > length + 2 * NEAR else
+                     "cm before the first frame" if found.reach[0] < -2 * NEAR else None)
+            if fault:
                 names += [piece.name for piece in pieces]
+                assert fault in run.err, f"not told: {pieces[0].name} {fault}"
+                run.see("refused, " + ("frames" if "long" in fault else "start"))
     assert (run.status == 1) == bool(names), f"status {run.status}, expected faults of {names}"
     if names:
         assert not run.out, "a refused document is printed"
         assert all(f'"{name}"' in run.err for name in names), f"{names} not named: {run.err}"
-        run.see("refused, frames" if calm else "refused, range")
 
 
 def same_text_again(run):
@@ -164,7 +164,8 @@ class Case:
     def check(self, kind, settings):
         run, calm = Run(self.call, self.marker, self.path, self.fabric, kind, settings), None
         self.expect(Run.read, run)
-        if run.status and run.asked("CutCommandM69") and not beyond_the_cloth(run):
+        self.expect(what_is_out_of_range_is_told, run)
+        if run.status and run.asked("CutCommandM69") and not told_out_of_range(run):
             calm = self.check(kind, {**settings, "CutCommandM69": False})
         self.expect(refused_with_the_reason, run, calm)
         if run.documents:
@@ -174,6 +175,14 @@ class Case:
         self.seen += run.seen
         run.seen.clear()
         return run
+
+    def check_labels(self, settings):
+        run = self.check("labels", settings)
+        cut = Run(self.call, self.marker, self.path, self.fabric, "ansi", {
+            **settings, "CutBlocking": False, "CutFusing": 0, "CutLabelM31": True})
+        self.expect(Run.read, cut)
+        self.expect(labels_lie_as_pieces_are_cut, run, cut)
+        self.seen += run.seen
 
 
 def varied(rng, kind):
@@ -188,9 +197,10 @@ def varied(rng, kind):
         "plot_pieceInfoLetterSize": pick(5, 18, 72), "plot_spaceLayers": pick(0, 3, 12.5),
         "CutFabricEdge": pick(True, False), "CutFabricEdgeSpacing": pick(3, 10, 17.3),
         "CutFabricEdgeLength": pick(5, 20, 100), "CutExternalPunchHoles": pick(True, True, False),
-        "CutExternalPunchHoleTool": pick(0, 1), "CutCommandM69": rng.random() < 0.35,
+        "CutExternalPunchHoleTool": pick(0, 1), "CutCommandM69": rng.random() < 0.5,
         "CutLength": pick(45, 80, 180), "CutThresholdAdvance": pick(5, 40, 120),
         east + "CutNotchSize": pick(0, 0.3, 0.5, 2), east + "CutOrderCrans": pick(0, 1, 2, 3),
+        east + "CutInternalOrder": pick(0, 1, 2),
         east + "CutBlocking": rng.random() < 0.3, east + "CutFusing": pick(0, 1, 2),
         east + "MiniCutFileBlock": rng.random() < 0.3,
         **({"EastCutScaleX": pick(97.5, 100), "EastCutScaleY": pick(98, 100),
@@ -204,14 +214,13 @@ def check_fabric(program, marker, path, fabric, seed, runs):
         run = case.check("ansi", varied(rng, "ansi"))
         if (seed + index) % 3 == 0:
             case.expect(same_text_again, run)
-            case.check("labels", {"MiniCutFileBlock": rng.random() < 0.3})
+            case.check_labels(run.settings)
         else:
             settings = varied(rng, "eastman")
             run = case.check("eastman", settings)
-            if not run.asked("CutCommandM69"):
-                full = {**settings, "EastCutScaleX": 100, "EastCutScaleY": 100}
-                case.expect(scale_changes_coordinates_alone, run, case.check("eastman", full))
-                case.seen += run.seen
+            full = {**settings, "EastCutScaleX": 100, "EastCutScaleY": 100, "CutCommandM69": False}
+            case.expect(scale_changes_coordinates_alone, run, case.check("eastman", full))
+            case.seen += run.seen
     return case.seen, case.faults
 
 

@@ -2,9 +2,10 @@
 one call of the program, and asserts."""
 
 import math
+import re
 
-from cut_reading import (NEAR, area, between, box, boxes_meet, clearance, cross, edges, gap,
-                         notches_of, ring_of, same, same_path, to_edge)
+from cut_reading import (NEAR, area, between, box, boxes_meet, clearance, cross, crosses_itself,
+                         edges, gap, meets, notches_of, ring_of, same, same_path, to_edge)
 
 CLIPPED = 1e-5  # cm: rounding of an outline that was clipped
 
@@ -15,7 +16,10 @@ def is_piece(run, piece, outline):
     if not all(abs(a - b) <= slack for a, b in zip(box(ring), box(piece.contour))):
         return False
     if run.tolerance():
-        return (all(abs(clearance(p, piece.contour)) <= slack for p in ring) and
+        sizes = abs(area(ring)), abs(area(piece.contour))
+        return (abs(sizes[0] - sizes[1]) <= 0.05 * sizes[1] + NEAR and
+                (not crosses_itself(ring) or crosses_itself(piece.contour)) and
+                all(abs(clearance(p, piece.contour)) <= slack for p in ring) and
                 all(abs(clearance(p, ring)) <= slack for p in piece.contour))
     contour = [p for i, p in enumerate(piece.contour) if p != piece.contour[i - 1]]
     starts = [i for i, p in enumerate(ring) if same(p, contour[0])]
@@ -33,13 +37,23 @@ def follows(run, contour, ring, outline):
     return met == len(contour)
 
 
+def is_on_cloth(p, cloth):
+    return p[0] >= cloth.start and 0 <= p[1] <= cloth.width
+
+
+def covers_cloth(piece):
+    left, bottom, right, top = box(piece.contour)
+    return (left < piece.cloth.end and right > piece.cloth.start and
+            bottom < piece.cloth.width and top > 0)
+
+
 def encloses(outlines, pieces):
     """Whether each piece, as far as it lies on the cloth, lies in one of the outlines."""
     rings = [ring_of(outline) for outline in outlines]
-    return all(any(all(clearance(p, ring) > -CLIPPED for p in piece.contour
-                       if p[0] >= piece.cloth.start and 0 <= p[1] <= piece.cloth.width)
-                   for ring in rings if boxes_meet(box(ring), box(piece.contour), 0))
-               for piece in pieces)
+    found = ([p for p in piece.contour if is_on_cloth(p, piece.cloth)] for piece in pieces)
+    return all(any(all(clearance(p, ring) > -CLIPPED for p in points)
+                   for ring in rings if boxes_meet(box(ring), box(points), 0))
+               for points in found if points)
 
 
 def fitting(run, kind, pieces, found):
@@ -85,6 +99,7 @@ def each_object_once(run):
 def each_label_once(run):
     for document, items in zip(run.documents, run.expected()):
         left = [piece for _, pieces in items for piece in pieces]
+        assert not document.skips and not document.advances, "a frame in a label document"
         for found in document.objects:
             assert not found.children, "a label document with paths"
             place = document.points([found.attributes["centreX"] + "," +
@@ -95,6 +110,14 @@ def each_label_once(run):
             left.remove(piece)
             run.see("labels")
         assert not left, f"no label for {left[0].name}"
+
+
+def labels_lie_as_pieces_are_cut(run, cut):
+    for labels, document in zip(run.documents, cut.documents):
+        names = [found.attributes["label"].replace("*", "x")[:36] for found in labels.objects]
+        order = [found.attributes["label"] for found in document.objects]
+        assert names == order, f"labels {names}, cut as {order}"
+        run.see("labels in cutting order", len(order) > 1)
 
 
 def root_tells_the_cloth(run):
@@ -118,12 +141,20 @@ def outlines_are_closed(run):
 
 
 def notches_start_on_their_outline(run):
+    during = run.asked("CutOrderCrans") == 1
     for outline in (o for d in run.documents for f in d.objects for o in f.outlines):
         ring = [t for i, t in enumerate(outline.texts) if i == 0 or t != outline.texts[i - 1]]
-        last = 0
+        twice = {len(ring) - 1 - ring[::-1].index(t) for t, u in zip(outline.texts,
+                                                                     outline.texts[1:]) if t == u}
+        last, visits = 0, 0
+        for i, text in enumerate(outline.texts[1:]):
+            visits += text != outline.texts[i]
+            assert text != outline.texts[i] or visits in twice, f"{text} stands twice too early"
         for texts, _ in outline.notches:
-            index = next((i for i in range(last + 1, len(ring)) if ring[i] == texts[0]), None)
+            places = [i for i in range(1, len(ring)) if ring[i] == texts[0]]
+            index = next((i for i in (places[-1:] if during else places) if i > last), None)
             assert index, f"a notch at {texts[0]} that starts on no vertex or stands out of order"
+            run.see("notches gathered", during and len(places) > 1)
             last = index
         run.see("notch at the start", bool(outline.notches) and last == len(ring) - 1)
 
@@ -137,12 +168,61 @@ def notches_are_those_of_the_marker(run):
                     if text == texts[0]:
                         strokes.append([])
                     strokes[-1].append(point)
-            for name, ways in notches_of(piece, run.asked("CutNotchSize")):
+            for name, ways, _ in notches_of(piece, run.asked("CutNotchSize")):
                 stroke = next((s for s in strokes if any(same_path(s, w) for w in ways)), None)
                 assert stroke, f"{piece.name}: no {name} {ways[0]}, left {strokes}"
                 strokes.remove(stroke)
                 run.see(name)
             assert not strokes, f"{piece.name}: a notch too much {strokes}"
+
+
+def short_notches_are_told(run):
+    size, least, most = run.asked("CutNotchSize"), 0, 0
+    for piece in run.laid.pieces:
+        for name, _, lengths in notches_of(piece, size):
+            share = 0.5 if name == "doubleNotch" else 1
+            least += share * (max(lengths) < size - NEAR)
+            most += share * (min(lengths) < size)
+    told = sum(map(int, re.findall(
+        r"has (\d+) notches that would cut through it and are made shorter", run.err)))
+    assert least <= told <= most, f"{told} notches are told to be shorter, at least {least} are"
+    run.see("short notches", told)
+
+
+EDGES = ("lower edge of the fabric", "upper edge of the fabric", "start of the fabric",
+         "start of the next layer")
+
+
+def told_out_of_range(run):
+    return re.findall(f'piece "(.*?)", size .* lies ([0-9.e+]+) cm beyond the ({"|".join(EDGES)})',
+                      run.err)
+
+
+def what_is_out_of_range_is_told(run):
+    left = told_out_of_range(run)
+    if run.kind == "labels":
+        assert not left, "range of labels"
+        return
+    for piece in run.laid.pieces:
+        points, cloth = list(piece.contour), piece.cloth
+        if run.asked("CutInternalOrder"):
+            points += [p for line in piece.lines for p in line]
+        if run.asked("CutOrderCrans"):
+            points += [p for _, ways, _ in notches_of(piece, run.asked("CutNotchSize"))
+                       for p in ways[0]]
+        start, bottom, end, top = box(points)
+        excess = -bottom, top - cloth.width, cloth.start - start, end - cloth.next
+        first = next((edge for edge, way in zip(EDGES, excess) if way > 1e-3), None)
+        slack = run.tolerance() + 1e-3
+        told = next((t for t in left if t[0] == piece.name and
+                     abs(excess[EDGES.index(t[2])] - float(t[1])) <= slack and
+                     (t[2] == first or run.tolerance())), None)
+        if told:
+            left.remove(told)
+            run.see("beyond the " + told[2])
+        else:
+            assert max(excess) <= slack, f"{piece.name} lies {max(excess)} beyond the {first}"
+    assert not left, f"told without a reason: {left}"
 
 
 def no_coordinate_is_minus_one(run):
@@ -165,7 +245,7 @@ def sharp_corners_are_lifted(run):
         assert lifts == sorted(set(lifts)), "indexes not ascending"
         assert not lifts or 1 < lifts[0] and lifts[-1] < len(texts), "indexes outside"
         for i in range(1, len(texts) - 1):
-            if texts[i] == texts[i + 1]:
+            if texts[i] in (texts[i - 1], texts[i + 1]):
                 assert i + 1 not in lifts, "a lift at the base of a notch"
                 continue
             before = next((points[j] for j in range(i - 1, -1, -1) if texts[j] != texts[i]), None)
@@ -187,17 +267,16 @@ def marks_are_those_of_the_marker(run):
         if kind == "rough":
             assert not found.matches, "match points of a rough outline"
             continue
-        reduced = run.tolerance()
         drills, name = list(found.drills), pieces[0].name
         wanted = run.kind != "eastman" or run.asked("EastCutTypeDrill") != 0
         for piece in pieces if wanted else ():
             for place, tool in piece.drills:
                 depth = clearance(place, piece.contour)
                 drill = next((d for d in drills if same(d[0], place) and d[1] == tool), None)
-                if depth > reduced or abs(depth) < NEAR:  # in the piece or on its contour
+                if depth > -NEAR:  # in the piece or on its contour
                     assert drill, f"{name}: no hole {tool} at {place}, depth {depth}"
                     run.see(tool)
-                elif depth < -reduced - NEAR:
+                elif depth < -2 * NEAR:
                     assert not drill, f"{name}: a hole outside at {place}"
                 if drill:
                     drills.remove(drill)
@@ -224,40 +303,31 @@ def is_line(run, line, found):
             on(line, found) and on(found, line))
 
 
-def first_frame(run):
-    """Start and end of the frame in which holes outside of the pieces are made."""
-    if not run.asked("CutCommandM69"):
-        return -math.inf, math.inf
-    document, scale = run.documents[0], run.machine_scale() * run.scale[0]
-    length, threshold = (run.asked(n) / scale for n in ("CutLength", "CutThresholdAdvance"))
-    left, _, right, _ = min(f.reach for f in document.objects)
-    fits = -NEAR <= left <= threshold + NEAR and right <= length + NEAR
-    start = 0 if fits else left
-    return start, start + length
-
-
 def holes_outside_are_told(run):
     document = run.documents[0]
-    left, frame = list(document.holes), (-math.inf, math.inf)
-    if run.asked("CutExternalPunchHoles"):
-        if run.asked("CutCommandM69") and document.objects:
-            frame = first_frame(run)
-        for piece in run.laid.pieces:
-            for place in (p for p, _ in piece.drills):
-                if not frame[0] <= place[0] <= frame[1]:
-                    continue
-                depth = max((clearance(place, other.contour) for other in run.laid.pieces
-                             if boxes_meet(box(other.contour), box([place]), 2)), default=-2)
-                hole = next((h for h in left if same(h, place)), None)
-                if depth < -run.tolerance() - NEAR:
-                    assert hole, f"{piece.name}: no hole outside at {place}"
-                    assert document.tool == ("M44" if run.asked("CutExternalPunchHoleTool")
-                                             else "M43"), document.tool
-                    run.see("holes outside")
-                elif depth > run.tolerance() or abs(clearance(place, piece.contour)) < NEAR:
-                    assert not hole, f"{piece.name}: a hole through a piece at {place}"
-                if hole:
-                    left.remove(hole)
+    left, end = list(document.holes), math.inf
+    if run.asked("CutCommandM69"):
+        end = run.asked("CutLength") / run.machine_scale() / run.scale[0]
+    for piece in run.laid.pieces if run.asked("CutExternalPunchHoles") else ():
+        for place in (p for p, _ in piece.drills if clearance(p, piece.contour) < -NEAR):
+            depth = max((clearance(place, other.contour) for other in run.laid.pieces
+                         if boxes_meet(box(other.contour), box([place]), 2)), default=-2)
+            off = min(max(cloth.start - place[0], -place[1], place[1] - cloth.width)
+                      for cloth in run.laid.cloths)
+            beyond = max(depth, off - 1e-3, place[0] - end)
+            if run.asked("CutCommandM69"):
+                beyond = max(beyond, -place[0])
+            hole = next((h for h in left if same(h, place)), None)
+            if beyond < -2 * NEAR:
+                assert hole, f"{piece.name}: no hole outside at {place}"
+                assert document.tool == ("M44" if run.asked("CutExternalPunchHoleTool")
+                                         else "M43"), document.tool
+                run.see("holes outside")
+            elif beyond > 2 * NEAR:
+                assert not hole, f"{piece.name}: a hole outside at {place}, which none can be at"
+                run.see("holes left out: " + ("in a piece" if depth > NEAR else "elsewhere"))
+            if hole:
+                left.remove(hole)
     assert not left, f"a hole outside too much {left}"
     assert not any(d.holes for d in run.documents[1:]), "holes outside in a block's document"
 
@@ -267,28 +337,32 @@ def frames_hold_their_objects(run):
     length, threshold = (run.asked(n) / scale for n in ("CutLength", "CutThresholdAdvance"))
     for document in run.documents:
         if not run.asked("CutCommandM69") or not document.objects:
-            assert not document.advances, "M69"
+            assert not document.advances and not document.skips, "M69"
             continue
         places = sorted(document.advances)
-        assert all(0 < i < len(document.objects) for i in places), "M69 first or last"
+        assert all(i < len(document.objects) for i in places), "M69 last"
+        assert (0 in places) == document.skips, "M69 first without an empty object"
         advances = [document.advances[i] for i in places]
-        starts = [float(a["tissuL"]) / run.scale[0] for a in advances]
-        starts.insert(0, first_frame(run)[0] if document is run.documents[0] else
-                      starts[0] - float(advances[0]["advance"]) / run.scale[0] if starts else None)
+        starts = [0] + [float(a["tissuL"]) / run.scale[0] for a in advances]
         for i, advance in enumerate(advances):
             assert int(advance["frame"]) == i + 2, "number of a frame"
             way = float(advance["advance"]) / run.scale[0]
             assert abs(starts[i] + way - starts[i + 1]) < NEAR, f"advance {way} to {starts[i + 1]}"
         spans = [(f.reach[0], f.reach[2]) for f in document.objects]
+        fit = {s[0] <= threshold + NEAR and s[1] <= length + NEAR for s in spans
+               if s[0] <= min(spans)[0] + NEAR}
+        assert document.skips != fit.pop() or fit, "an empty object without need or none"
+        run.see("frames that start with nothing", document.skips)
         bounds = [0] + places + [len(spans)]
-        for i, start in enumerate(starts if starts[0] is not None else []):
+        for i, start in enumerate(starts):
             for left, right in spans[bounds[i]:bounds[i + 1]]:
                 assert start - 2 * NEAR <= left <= start + threshold + 2 * NEAR, (
                     f"begins at {left}, frame {i + 1} starts at {start}")
                 assert right <= start + length + 2 * NEAR, f"ends at {right} behind frame {i + 1}"
             later = spans[bounds[i + 1]:]
             assert not later or abs(min(later)[0] - starts[i + 1]) < NEAR, "start of a frame"
-            assert all(s[0] > start + threshold or s[1] > start + length for s in later), (
+            assert document.skips and i == 0 or all(
+                s[0] > start + threshold or s[1] > start + length for s in later), (
                 f"an object waits that fits into frame {i + 1}")
             run.see("frames")
 
@@ -299,25 +373,42 @@ def waste_cuts_touch_nothing(run):
         assert not cuts, "waste cuts"
         return
     assert len(run.documents[0].cuts) == len(cuts), "waste cuts in a block's document"
-    paths = [piece.contour + piece.contour[:1] for piece in run.laid.pieces if not run.tolerance()]
-    for found in (f for d in run.documents for f in d.objects):
-        paths += found.lines + [o.points for o in found.outlines]
-        paths += [points for o in found.outlines for _, points in o.notches]
-    boxes = [box(path) for path in paths]
+    paths = [(piece.contour + piece.contour[:1], True) for piece in run.laid.pieces
+             if not run.tolerance()]
+    objects = [found for d in run.documents for found in d.objects]
+    for found in objects:
+        paths += [(o.points, True) for o in found.outlines]
+        paths += [(line, bool(run.asked("CutInternalOrder"))) for line in found.lines]
+        paths += [(points, bool(run.asked("CutOrderCrans")))
+                  for o in found.outlines for _, points in o.notches]
+    boxes = [box(path) for path, _ in paths]
     # What sticks out behind the occupied length, a notch for example, is kept, too.
-    end = max([run.laid.cloths[-1].end] + [reach[2] for reach in boxes])
-    for a, b, _ in cuts:
+    end = max([c.end for c in run.laid.cloths] + [reach[2] for reach in boxes])
+    ends = [cut for cut in cuts if abs(cut[0][0] - end) < NEAR]
+    assert ends in ([], cuts[-1:]) and (ends or run.asked("CutCommandM69")), "the end is not last"
+    order = []
+    for a, b, is_open in cuts:
         assert abs(a[0] - b[0]) < NEAR, "a slanting waste cut"
-        is_end = abs(a[0] - end) < NEAR
-        assert any((is_end or c.start - NEAR <= a[0] <= c.end + NEAR) and -NEAR <= min(a[1], b[1]) and
-                   max(a[1], b[1]) <= c.width + NEAR for c in run.laid.cloths), f"{a} {b} off cloth"
-        for path, reach in zip(paths, boxes):
+        cloth = next((c for c in run.laid.cloths if c.start < a[0] < c.end - NEAR), None)
+        if ends and a is ends[0][0]:
+            cloth = run.laid.cloths[-1]
+            assert abs(abs(a[1] - b[1]) - cloth.width) < NEAR, "an end that is not cut across"
+            paths = [(path, is_cut) for path, is_cut in paths if is_cut]
+            boxes = [box(path) for path, _ in paths]
+        assert cloth and min(a[1], b[1]) >= -NEAR and max(a[1], b[1]) <= cloth.width + NEAR, (
+            f"{a} {b} off the cloth")
+        is_upper = is_open and a[1] > NEAR
+        assert abs(a[1] - is_upper * cloth.width) < NEAR, f"{a} lies at no edge"
+        order.append((cloth.start, not is_upper, -a[0] if is_upper else a[0]))
+        for (path, _), reach in zip(paths, boxes):
             if boxes_meet(reach, box([a, b]), 0.2):
                 near = min(gap(a, b, p, q) for p, q in zip(path, path[1:]))
                 crossing = any(cross(a, b, p, q, NEAR) for p, q in zip(path, path[1:]))
-                assert not crossing if is_end else near > NEAR, (
+                assert not crossing if ends and a is ends[0][0] else near > NEAR, (
                     f"the waste cut {a} {b} comes as near as {near} to {path[:3]}")
         run.see("waste cuts")
+    order = order[:-1] if ends else order
+    assert order == sorted(order), f"order of waste cuts {[(c[0], c[1]) for c in cuts]}"
     spacing, size = run.asked("CutFabricEdgeSpacing"), run.asked("CutFabricEdgeLength")
     for cloth in run.laid.cloths:
         for i in range(1, math.ceil((cloth.end - cloth.start) / spacing - NEAR)):
@@ -331,33 +422,70 @@ def waste_cuts_touch_nothing(run):
 
 
 def rough_outlines_keep_clear(run):
-    for kind, pieces, found, _ in run.pairs:
-        if kind != "rough":
-            continue
+    rough = [(pieces, [ring_of(o) for o in found.outlines], found)
+             for kind, pieces, found, _ in run.pairs if kind == "rough"]
+    for pieces, rings, found in rough:
         assert all(any(encloses([o], [piece]) for piece in pieces) for o in found.outlines), (
             f"an outline of {[p.name for p in pieces]} without a piece")
         cloth = pieces[0].cloth
         left, bottom, right, top = found.reach
         assert left >= cloth.start - CLIPPED and right <= cloth.end + CLIPPED, "beyond the cloth"
         assert bottom >= -CLIPPED and top <= cloth.width + CLIPPED, "beyond the cloth's width"
-        rings = [ring_of(o) for o in found.outlines]
-        for other in run.laid.pieces:
-            if any(other is piece for piece in pieces):
-                continue
-            for ring in (r for r in rings if boxes_meet(box(other.contour), box(r), 0)):
-                assert all(clearance(p, other.contour) < CLIPPED for p in ring), other.name
-                assert all(clearance(p, ring) < CLIPPED for p in other.contour), other.name
-                assert not any(cross(a, b, c, d, CLIPPED) for a, b in edges(ring)
-                               for c, d in edges(other.contour)), f"enters {other.name}"
+        # Pieces that all lie before the start of their layer may lie over others.
+        others = [(p.name, p.contour) for p in run.laid.pieces
+                  if p.cloth.start < p.cloth.end and not any(p is piece for piece in pieces)]
+        others += [("rough " + other[0].name, ring) for other, found_rings, _ in rough
+                   if other is not pieces for ring in found_rings]
+        for name, other in others:
+            for ring in (r for r in rings if boxes_meet(box(other), box(r), 0)):
+                assert all(clearance(p, other) < CLIPPED for p in ring), name
+                assert all(clearance(p, ring) < CLIPPED for p in other), name
+                assert not crossing(ring, other), f"enters {name}"
                 run.see("rough outlines beside others")
+        for piece in pieces:
+            if all(is_on_cloth(p, cloth) for p in piece.contour):
+                assert not any(crossing(ring, piece.contour) for ring in rings), (
+                    f"the rough outline of {piece.name} cuts it")
+        is_widened(run, pieces, rings, [box(other) for _, other in others])
+
+
+def crossing(ring, other):
+    reach = box(other)
+    near = [edge for edge in edges(ring) if boxes_meet(box(edge), reach, 0)]
+    return any(cross(*edge, c, d, CLIPPED) for c, d in edges(other) for edge in near)
+
+
+def is_widened(run, pieces, rings, others):
+    """The gap lies between the pieces and the outline, as far as there is room."""
+    gx, gy = run.laid.gaps
+    for p in (p for ring in rings for p in ring[::len(ring) // 40 + 1]):
+        more = [CLIPPED + (0.02 * max(gx, gy) if len(piece.contour) > 200 else 0)
+                for piece in pieces]
+        assert any(clearance(p, piece.contour) > 0 or any(
+            meets(a, b, around(p, gx + m, gy + m)) for a, b in edges(piece.contour))
+                   for piece, m in zip(pieces, more)), f"{p} lies too far from {pieces[0].name}"
+    for piece in pieces if gx or gy else ():
+        for p in piece.contour[::len(piece.contour) // 40 + 1]:
+            for q in ((p[0] + x, p[1] + y) for x in (-gx, gx) for y in (-gy, gy)):
+                room = around(q, 1.02 * gx + CLIPPED, 1.02 * gy + CLIPPED)
+                if (is_on_cloth(q, piece.cloth) and q[0] <= piece.cloth.end and
+                        is_on_cloth(p, piece.cloth) and
+                        not any(boxes_meet(box((p, q)), other, 1.02 * max(gx, gy))
+                                for other in others)):
+                    assert max(clearance(q, ring) for ring in rings) > -CLIPPED, (
+                        f"{piece.name}: {q} lies beyond the rough outline")
+                    run.see("gaps of rough outlines")
+
+
+def around(p, x, y):
+    return p[0] - x, p[1] - y, p[0] + x, p[1] + y
 
 
 def texts_stay_on_their_piece(run):
-    for kind, pieces, found, document in run.pairs:
-        if found.texts:
-            assert run.asked("PenCutInfos"), "texts"
-        rings = [[tuple(map(float, t.split(","))) for t in dict.fromkeys(o.texts)]
-                 for o in found.outlines]
+    for _, pieces, found, _ in run.pairs:
+        assert run.asked("PenCutInfos") or not found.texts, "texts"
+        rings = [[(x * run.scale[0], y * run.scale[1]) for x, y in p.contour] for p in pieces]
+        named = set()
         for text in found.texts:
             size = float(text.get("fontSize")) * 0.03528
             length = sum(size / 2 if ord(c) < 256 else size for c in text.text)
@@ -365,17 +493,20 @@ def texts_stay_on_their_piece(run):
             ux, uy = math.cos(math.radians(angle)), math.sin(math.radians(angle))
             letters = [(x + a * ux - b * uy, y + a * uy + b * ux)
                        for a, b in ((0, 0), (length, 0), (length, size), (0, size))]
-            assert any(all(clearance(p, ring) > 0 for p in letters) and
-                       not any(cross(a, b, c, d, 0) for a, b in edges(letters)
-                               for c, d in edges(ring)) for ring in rings), (
-                f"{pieces[0].name}: {text.text} leaves the piece")
+            on = [i for i, ring in enumerate(rings) if all(clearance(p, ring) > 0 for p in letters)
+                  and not any(cross(a, b, c, d, 0) for a, b in edges(letters)
+                              for c, d in edges(ring))]
+            assert on, f"{pieces[0].name}: {text.text} leaves the piece"
+            named |= {i for i in on if pieces[i].name in text.text}
             run.see("pen texts")
+        for i, ring in enumerate(rings if run.asked("PenCutInfos") else ()):
+            middle = [sum(p[axis] for p in ring) / len(ring) for axis in (0, 1)]
+            assert i in named or clearance(middle, ring) < 3, f"{pieces[i].name} has no text"
 
 
 def attributes_tell_the_piece(run):
-    for kind, pieces, found, document in run.pairs:
-        rings = [ring_of(o) for o in found.outlines]
-        size = max(abs(area(ring)) for ring in rings)
+    for _, pieces, found, document in run.pairs:
+        size = min(abs(area(ring_of(o))) for o in found.outlines)
         if min(abs(size - limit) for limit in (400, 100, 25)) > 0.01:
             velocity = sum(size < limit for limit in (400, 100, 25))
             assert int(found.attributes["velocity"]) == velocity, f"{pieces[0].name}: velocity"
@@ -384,7 +515,9 @@ def attributes_tell_the_piece(run):
         if label is not None:
             place = document.points([found.attributes["centreX"] + "," +
                                      found.attributes["centreY"]])[0]
-            assert any(clearance(place, r) > 0 for r in rings if abs(area(r)) > size - CLIPPED), (
+            largest = max(abs(area(p.contour)) for p in pieces) - CLIPPED
+            assert any(clearance(place, p.contour) > 0 for p in pieces
+                       if abs(area(p.contour)) > largest), (
                 f"{pieces[0].name}: label outside at {place}")
             assert len(label) <= 36 and "*" not in label and any(
                 label.startswith(p.name.replace("*", "x")[:36]) for p in pieces), label
@@ -393,7 +526,8 @@ def attributes_tell_the_piece(run):
 
 LABELS = (root_tells_the_cloth, no_coordinate_is_minus_one, each_label_once)
 CUTS = (root_tells_the_cloth, no_coordinate_is_minus_one, each_object_once, outlines_are_closed,
-        notches_start_on_their_outline, notches_are_those_of_the_marker, no_edge_is_too_long,
+        notches_start_on_their_outline, notches_are_those_of_the_marker, short_notches_are_told,
+        no_edge_is_too_long,
         sharp_corners_are_lifted, marks_are_those_of_the_marker, holes_outside_are_told,
         frames_hold_their_objects, waste_cuts_touch_nothing, rough_outlines_keep_clear,
         texts_stay_on_their_piece, attributes_tell_the_piece)

@@ -11,7 +11,7 @@ PATH = re.compile(r"M (\S+,\S+)((?: L \S+,\S+)*)$")
 
 Mark = namedtuple("Mark", "x y type vector width match")
 Piece = namedtuple("Piece", "name contour marks drills lines matches cloth")
-Cloth = namedtuple("Cloth", "start end width")
+Cloth = namedtuple("Cloth", "start end width next")
 Outline = namedtuple("Outline", "texts points notches lifts")
 Object = namedtuple("Object", "attributes outlines drills lines texts matches loose children reach")
 
@@ -71,6 +71,26 @@ def cross(a, b, c, d, depth):
     return sides[0] * sides[1] < 0 and sides[2] * sides[3] < 0 and min(map(abs, sides)) > depth
 
 
+def meets(a, b, rect):
+    """Whether an edge has a part in a rectangle."""
+    first, last = 0, 1
+    for axis in (0, 1):
+        way = b[axis] - a[axis]
+        low, high = rect[axis] - a[axis], rect[axis + 2] - a[axis]
+        if way:
+            low, high = sorted((low / way, high / way))
+            first, last = max(first, low), min(last, high)
+        elif low > 0 or high < 0:
+            return False
+    return first <= last
+
+
+def crosses_itself(ring):
+    sides = [(a, b, box((a, b))) for a, b in edges(ring)]
+    return any(boxes_meet(s[2], t[2], 0) and cross(*s[:2], *t[:2], NEAR)
+               for i, s in enumerate(sides) for t in sides[:i])
+
+
 def gap(a, b, c, d):
     """Distance of two edges."""
     if cross(a, b, c, d, 0):
@@ -120,6 +140,8 @@ def lay_piece(fabric, polygon, cloth):
         dx, dy = dx + polygon.get("x", 0), polygon.get("y", 0)
     marks = read_marks(shape["contour"], moved, dx, dy)
     points = marks + read_marks(shape.get("internalPoints", []), moved, dx, dy)
+    for line in shape.get("internalLines", []):
+        points += read_marks(line["points"], moved, dx, dy)
     lines = [[m[:2] for m in read_marks(line["points"], moved, dx, dy)]
              for line in shape.get("internalLines", []) if line["kind"] == "cut"]
     drills = [(m[:2], "M44" if m.type == "userPunch" else "M43") for m in points
@@ -134,19 +156,27 @@ class Laid:
     def __init__(self, marker, fabric_number, space):
         fabric = marker["fabrics"][fabric_number - 1]
         self.length, self.width = 0, max(layer["width"] for layer in fabric["layers"])
-        self.groups, self.cloths = [], []
+        self.gaps = fabric.get("gapX", 0), fabric.get("gapY", 0)
+        self.cloths, laid = [], []
         for layer in fabric["layers"]:
             groups = [group["polygons"] for group in layer.get("groups", [])
                       if group.get("place", "marker") == "marker"]
-            start = self.length + space if self.cloths else 0
-            cloth = Cloth(start, start, layer["width"])
-            end = max((x for group in groups for polygon in group
-                       for x, _ in lay_piece(fabric, polygon, cloth).contour), default=start)
+            start = self.length + space if self.length else 0
+            cloth = Cloth(start, start, layer["width"], math.inf)
+            if not groups:
+                continue
+            end = max(x for group in groups for polygon in group
+                      for x, _ in lay_piece(fabric, polygon, cloth).contour)
             if end > start:
                 self.length, cloth = end, cloth._replace(end=end)
-                self.cloths.append(cloth)
-                self.groups += [[lay_piece(fabric, polygon, cloth) for polygon in group]
-                                for group in groups]
+                self.cloths = [c if c.next < math.inf else c._replace(next=start)
+                               for c in self.cloths]
+            else:  # all lies before the layer's start
+                cloth = cloth._replace(start=self.length, end=self.length)
+            self.cloths.append(cloth)
+            laid += [(len(self.cloths) - 1, group) for group in groups]
+        self.groups = [[lay_piece(fabric, polygon, self.cloths[i]) for polygon in group]
+                       for i, group in laid]
         self.pieces = [piece for group in self.groups for piece in group]
 
 
@@ -162,10 +192,27 @@ def walked(ring, index, way):
         rest, index = rest - size, index + step
 
 
-def notches_of(piece, length):
-    """Type and the ways to cut each notch of a contour."""
+def depths(ring, base, way, length):
+    """What is left of a notch's length when it keeps to half of the way to where its line crosses
+    the ring; several where the line just touches it."""
+    found = []
+    for turn in (0, -3e-7, 3e-7):
+        dx, dy = way[0] - turn * way[1], way[1] + turn * way[0]
+        sides = [dx * (y - base[1]) - dy * (x - base[0]) for x, y in ring]
+        nearest = 2 * length
+        for (p, a), (q, b) in edges(list(zip(ring, sides))):
+            if (a > 0) != (b > 0):
+                x, y = p[0] + a / (a - b) * (q[0] - p[0]), p[1] + a / (a - b) * (q[1] - p[1])
+                along = dx * (x - base[0]) + dy * (y - base[1])
+                nearest = min(nearest, along) if along > NEAR else nearest
+        found.append(nearest / 2)
+    return found
+
+
+def notches_of(piece, longest):
+    """Type, ways to cut and possible lengths of each notch of a contour."""
     ring, found = piece.contour, []
-    for i, mark in enumerate(piece.marks if length > 0 else []):
+    for i, mark in enumerate(piece.marks if longest > 0 else []):
         if not mark.type.endswith("Notch"):
             continue
         dx, dy = mark.vector
@@ -174,29 +221,36 @@ def notches_of(piece, length):
             side = 1 if area(ring) > 0 else -1
             dx, dy = -side * (behind[1] - before[1]), side * (behind[0] - before[0])
         dx, dy = dx / math.hypot(dx, dy), dy / math.hypot(dx, dy)
-        before, behind = walked(ring, i, -length / 2), walked(ring, i, length / 2)
-
-        def tip(base):
-            return base[0] + length * dx, base[1] + length * dy
-        if mark.type == "doubleNotch":
-            ways = [[[p, tip(p)]] for p in (before, behind)]
-        elif mark.type == "vNotch":
-            ways = [[[before, tip(ring[i]), behind]]]
-        elif mark.type == "userNotch" and mark.width:
-            top, w = tip(ring[i]), mark.width / 2
-            ends = (top[0] + w * dy, top[1] - w * dx), (top[0] - w * dy, top[1] + w * dx)
-            ways = [[[ring[i], top, *ends], [ring[i], top, *ends[::-1]]]]
-        else:
-            ways = [[[ring[i], tip(ring[i])]]]
-        found += [(mark.type, way) for way in ways]
+        lengths = depths(ring, ring[i], (dx, dy), longest)
+        strokes = [strokes_of(ring, i, mark, dx, dy, length) for length in lengths]
+        found += [(mark.type, [way for ways in same for way in ways], lengths)
+                  for same in zip(*strokes)]
     return found
+
+
+def strokes_of(ring, i, mark, dx, dy, length):
+    """The strokes of one notch, each with the ways to cut it."""
+    before, behind = walked(ring, i, -length / 2), walked(ring, i, length / 2)
+
+    def tip(base):
+        return base[0] + length * dx, base[1] + length * dy
+    if mark.type == "doubleNotch":
+        return [[[p, tip(p)]] for p in (before, behind)]
+    if mark.type == "vNotch":
+        return [[[before, tip(ring[i]), behind]]]
+    if mark.type == "userNotch" and mark.width:
+        top, w = tip(ring[i]), mark.width / 2
+        ends = (top[0] + w * dy, top[1] - w * dx), (top[0] - w * dy, top[1] + w * dx)
+        return [[[ring[i], top, *ends], [ring[i], top, *ends[::-1]]]]
+    return [[[ring[i], tip(ring[i])]]]
 
 
 # The document
 
 class Document:
-    def __init__(self, text, scale):
+    def __init__(self, text, scale, cuts_notches, cuts_lines):
         self.root, self.scale = ElementTree.fromstring(text), scale
+        self.cuts_notches, self.cuts_lines = cuts_notches, cuts_lines
         self.root.remove(self.root.find("{http://www.w3.org/2000/svg}g"))
         for element in self.root.iter():
             element.tag = element.tag.split("}")[-1]
@@ -204,8 +258,12 @@ class Document:
                         for a in ("centreX", "centreY", "cx", "cy", "x", "y", "matchPointX",
                                   "matchPointY", "advance") if e.get(a) is not None]
         self.objects, self.advances = [], {}
+        self.skips = False  # the first frame, in which nothing is cut
         for child in self.root:
-            if child.tag == "object":
+            if child.tag == "object" and not len(child) and child.get("label") is None:
+                assert not (self.objects or self.skips), "an empty object that is not the first"
+                self.skips = True
+            elif child.tag == "object":
                 self.objects.append(self.read_object(child))
             elif child.tag == "M69":
                 assert len(self.objects) not in self.advances, "two M69 in a row"
@@ -246,8 +304,11 @@ class Document:
                 assert path.get("t") == "internal", path.get("t")
                 lines.append(points)
         matches = [self.place(m, "matchPointX", "matchPointY") for m in element.iter("match_point")]
-        reach = [p for o in outlines for p in o.points + [q for _, n in o.notches for q in n]]
-        reach += [p for line in lines for p in line] + [p for p, _ in drills]
+        reach = [p for o in outlines for p in o.points] + [p for p, _ in drills]
+        if self.cuts_notches:
+            reach += [p for o in outlines for _, notch in o.notches for p in notch]
+        if self.cuts_lines:
+            reach += [p for line in lines for p in line]
         return Object(element.attrib, outlines, drills, lines, list(element.iter("text")), matches,
                       notches, [c.tag for c in element], box(reach) if reach else None)
 
@@ -271,5 +332,4 @@ class Document:
 def ring_of(outline):
     """The corners of an outline without the repetition at its end and at bases of notches."""
     texts = outline.texts
-    return [p for i, p in enumerate(outline.points[:-1])
-            if texts[i] not in (texts[i + 1], texts[0]) or i == 0]
+    return [p for i, p in enumerate(outline.points) if i == 0 or texts[i] != texts[i - 1]][:-1]

@@ -8,18 +8,20 @@ NOTCHES = ("simpleNotch", "doubleNotch", "vNotch", "userNotch")
 
 def contour_of(rng):
     """The corners of a piece: with few or many points, convex or not, round or with spikes."""
-    kind = rng.choice(("convex", "star", "round", "box", "angle", "needle"))
+    kind = rng.choice(("convex", "star", "round", "box", "angle", "needle", "slit"))
     size = rng.choice((4, 12, 30, 50)) * rng.uniform(0.8, 1.2)
     a, b = round(size), round(size * rng.uniform(0.3, 1)) + 1
     if kind == "box":
         points = [(0, 0), (a, 0), (a, b), (0, b)]
     elif kind == "angle":
         points = [(0, 0), (a, 0), (a, b / 2), (a / 2, b / 2), (a / 2, b), (0, b)]
+    elif kind == "slit":  # which passes one of its corners twice
+        points = [(0, 0), (a, 0), (a, b), (a / 2, b), (a / 2, b / 2), (a / 2, b), (0, b)]
     elif kind == "needle":
         points = [(0, 0), (a, 0.1 * a), (a * rng.uniform(0.6, 1), 0.2 * a)]
     else:
         count = {"convex": rng.randint(3, 9), "star": 2 * rng.randint(3, 8),
-                 "round": rng.randint(40, 120)}[kind]
+                 "round": rng.choice((rng.randint(40, 120), 240))}[kind]
         wave = rng.uniform(0, 0.3)
         points = []
         for i in range(count):
@@ -80,7 +82,8 @@ def size_of(rng, number):
     points = [{**place(slack), "type": rng.choice(("punch", "punch", "userPunch"))}
               for _ in range(rng.choice((0, 0, 1, 4)))]
     lines = [{"kind": rng.choice(("cut", "cut", "draw", "grain")),
-              "points": [place(0) for _ in range(rng.choice((2, 3, 8)))]}
+              "points": [{**place(0), **({"type": "punch"} if rng.random() < 0.1 else {})}
+                         for _ in range(rng.choice((2, 3, 8)))]}
              for _ in range(rng.choice((0, 0, 1, 2)))]
     return {"number": number, "contour": contour, "internalPoints": points, "internalLines": lines}
 
@@ -106,8 +109,10 @@ class Filler:
 
     def __init__(self, rng, width, alone):
         self.rng, self.width = rng, width
-        # From -1 on pieces lie beyond the cloth, at a place that documents must not hold.
-        self.margin = rng.choice((0, 0.5, 2.5)) if rng.random() < 0.9 or not alone else -1
+        # From -1 on pieces lie beyond the cloth, at a place that documents must not hold; a little
+        # beyond is in range, but before the first frame.
+        self.margin = rng.choice((0, 0.5, 2.5)) if rng.random() < 0.8 or not alone else (
+            rng.choice((-1, -0.0005, -0.0005)))
         self.gap = rng.choice((0, 0.3, 2))
         self.roomy = rng.random() < 0.8  # holes and lines outside lie over no neighbour
         self.x, self.y, self.right = self.margin, self.margin, self.margin
@@ -152,6 +157,17 @@ class Filler:
         return polygon
 
 
+def shift_back(groups, way):
+    """To before the start of the layer."""
+    for polygon in (polygon for group in groups for polygon in group["polygons"]):
+        polygon["x"] -= way
+        shape = polygon.get("shape", {})
+        for points in [shape.get("contour", []), shape.get("internalPoints", [])] + [
+                line["points"] for line in shape.get("internalLines", [])]:
+            for point in points:
+                point["x"] -= way
+
+
 def random_marker(seed):
     rng = random.Random(seed)
     layers = rng.choice((1, 1, 2))
@@ -173,6 +189,8 @@ def random_marker(seed):
             groups = groups if layer == layers else []
         elif len(groups) > 1 and rng.random() < 0.3:
             groups[-1]["place"] = "standby"
+        if layers > 1 and rng.random() < 0.1:
+            shift_back(groups, filler.right)
         fabric["layers"].append({"width": filler.width, "groups": groups})
     fabrics = [fabric]
     if rng.random() < 0.2:

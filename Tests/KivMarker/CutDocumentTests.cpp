@@ -153,10 +153,40 @@ TEST_F(CutDocument, RepeatsTheBaseOfANotchThatIsCutDuringTheOutline)
     EXPECT_THAT(documents()[0].toString().toStdString(), HasSubstr("LiftPlunge=\"3 4\""));
 }
 
+TEST_F(CutDocument, GathersNotchesWhereTheOutlineComesTwiceAtItsLastVisit)
+{
+    PieceShape shape; // two squares that meet in (10, 10)
+    CDbMarkerPointObject first(10, 10, SimpleNotch);
+    first.notchDx = -1;
+    CDbMarkerPointObject second(10, 10, SimpleNotch);
+    second.notchDx = 1;
+    shape.contour = {{0, 0}, {10, 0}, first, {20, 10}, {20, 20}, {10, 20}, second, {0, 10}};
+    lay(std::move(shape));
+    settings.cut.cutOrderCrans = NotchDuringOutline;
+    EXPECT_THAT(paths(), ElementsAre("notch:M 10,10 L 10.5,10 L 10,10 L 9.5,10",
+                             "outline:M 0,0 L 10,0 L 10,10 L 20,10 L 20,20 L 10,20 L 10,10 L 10,10 "
+                             "L 0,10 L 0,0"));
+    settings.cut.cutOrderCrans = NotchBeforeOutline;
+    EXPECT_EQ(paths().size(), 3U);
+}
+
+TEST_F(CutDocument, MakesNotchesShorterThatWouldCutThroughThePiece)
+{
+    PieceShape shape;
+    CDbMarkerPointObject notch(5, 0, SimpleNotch);
+    notch.notchDy = 1;
+    shape.contour = {{0, 0}, notch, {10, 0}, {10, 1}, {0, 1}};
+    lay(std::move(shape));
+    options.setNotchLength(2);
+    EXPECT_EQ(paths()[0], "notch:M 5,0 L 5,0.5");
+    EXPECT_THAT(messages(), ElementsAre(HasSubstr("1 notches that would cut through it")));
+}
+
 TEST_F(CutDocument, NamesTheToolsOfHolesAndPunchesOutsideOfPiecesOnlyWhenAsked)
 {
     PieceShape shape = square(0, 0, 10);
-    shape.internalPoints = {{2, 2, Punch}, {5, 5, UserPunch}, {30, 5, Punch}, {15, 5, Punch}};
+    shape.internalPoints = {
+        {2, 2, Punch}, {5, 5, UserPunch}, {30, 5, Punch}, {15, 5, Punch}, {30, -5, Punch}};
     shape.internalPoints[0].matchPoint = true;
     shape.internalLines = {
         {InternalLine::Kind::Cut, {{1, 1}, {9, 1}}}, {InternalLine::Kind::Draw, {{1, 2}, {9, 2}}}};
@@ -174,8 +204,8 @@ TEST_F(CutDocument, NamesTheToolsOfHolesAndPunchesOutsideOfPiecesOnlyWhenAsked)
     EXPECT_EQ(attributeOf(svg, "external", "outil"), "M44");
     EXPECT_EQ(count(svg, "circle"), 1);
     EXPECT_EQ(attributeOf(svg, "circle", "cx"), "30");
-    EXPECT_THAT(messages(), ElementsAre("fabric \"Twill\": a punch hole outside of piece \"Back\", "
-                                        "size S lies in piece \"Back\", size S and is left out"));
+    EXPECT_THAT(messages(), ElementsAre(HasSubstr("lies in piece \"Back\", size S and is left out"),
+                                HasSubstr("lies beside the cloth and is left out")));
 
     options.setExportType(SvgOptions::ExportEastman);
     options.setDrillType(DrillNone);
@@ -205,6 +235,36 @@ TEST_F(CutDocument, RefusesWhatLiesBeyondTheClothAndNamesEachPiece)
     EXPECT_TRUE(messages().empty());
     options.setCheckRange(false);
     EXPECT_THAT(paths()[1], testing::StartsWith("outline:M -0.9999999,5"));
+}
+
+TEST_F(CutDocument, RefusesACutIntoTheNextLayerAndPiecesBeforeTheStartOfOne)
+{
+    options.setCheckRange(true);
+    PieceShape shape = square(0, 0, 10);
+    shape.internalLines = {{InternalLine::Kind::Cut, {{5, 5}, {11, 5}}}};
+    lay(std::move(shape));
+    builder.place(1, 2, 2, 1, 0, 0);
+    EXPECT_TRUE(documents().isEmpty());
+    EXPECT_THAT(messages(), ElementsAre(HasSubstr("1.000 cm beyond the start of the next layer")));
+    settings.plot.spaceLayers = 1;
+    EXPECT_EQ(documents().size(), 1);
+    EXPECT_TRUE(messages().empty());
+    settings.plot.spaceLayers = 0;
+    options.setCheckRange(false); // told, and cut
+    EXPECT_EQ(documents().size(), 1);
+    EXPECT_EQ(messages().size(), 1U);
+
+    builder = MarkerBuilder();
+    builder.layer("A")
+        .layer("B")
+        .fabric("Twill", {9, 9})
+        .style("S", {"S"})
+        .piece(1, 1, "Cuff", 6, 4);
+    builder.place(1, 1, 1, 1, 0, 0).place(1, 2, 1, 1, -6, 0);
+    document = builder.take();
+    options.setCheckRange(true);
+    EXPECT_TRUE(documents(0).isEmpty());
+    EXPECT_THAT(messages(), ElementsAre(HasSubstr("6.000 cm beyond the start of the fabric")));
 }
 
 TEST_F(CutDocument, ScalesEveryCoordinateButNotTheFabric)
@@ -291,6 +351,12 @@ TEST_F(CutBlocks, OfASinglePieceAreCutByTheirOutline)
     settings.cut.cutBlocking = true;
     EXPECT_THAT(paths()[2], testing::AllOf(HasSubstr("23,10.5"), HasSubstr("34,10.5")));
     EXPECT_EQ(paths()[0], "outline:M 0,0 L 10,0 L 10,10 L 0,10 L 0,0");
+    // With 3 cm between them each has its half of a gap of 4, and the pair its 2 cm.
+    builder = MarkerBuilder();
+    document->drawing()->getFabric(0)->setGaps(4, 0);
+    settings.cut.cutFusing = NC::CutBlockOutlineOnly;
+    EXPECT_THAT(paths()[0], testing::AllOf(HasSubstr("22,0"), testing::Not(HasSubstr("22.5"))));
+    EXPECT_THAT(paths()[1], HasSubstr("23,0"));
 }
 
 TEST_F(CutBlocks, MayHaveDocumentsOfTheirOwn)
@@ -326,6 +392,15 @@ TEST_F(CutBlocks, MoveOnWithTheConveyor)
     settings.cut.cutLength = 9;
     EXPECT_TRUE(documents().isEmpty());
     EXPECT_EQ(messages().size(), 3U);
+
+    // Nothing lies in the first frame: an object of which nothing is cut lets the conveyor move.
+    settings.cut.cutLength = 12;
+    settings.cut.cutThresholdAdvance = 12;
+    settings.cut.miniCutFileBlock = true;
+    const QDomElement root = documents()[0].documentElement();
+    EXPECT_FALSE(root.firstChildElement("object").hasChildNodes());
+    EXPECT_EQ(root.firstChildElement("M69").attribute("advance"), "24");
+    EXPECT_EQ(count(documents()[0], "object"), 2);
 }
 
 TEST_F(CutBlocks, AreMeasuredInTheOrderOfACutFile)

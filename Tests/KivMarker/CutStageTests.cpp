@@ -171,6 +171,11 @@ TEST(Reduction, LeavesOutWhatLiesWithinTheToleranceAndKeepsWhatIsToBeKept)
     reduceOutline(outline, reducing(0.1));
     EXPECT_EQ(text(outline), "0,0 5,0.06 10,0 10,10 0,10");
 
+    // A strip of which a third would be gone.
+    CutOutline strip = outlineOf({{0, 0}, {20, 0}, {40, 0.9}, {20, 0.9}, {0, 0.9}});
+    reduceOutline(strip, reducing(1));
+    EXPECT_EQ(text(strip), "0,0 20,0 40,0.9 0,0.9");
+
     // Nothing would be left of it.
     CutOutline sliver = outlineOf({{0, 0}, {5, 0.05}, {10, 0}, {5, -0.05}});
     reduceOutline(sliver, reducing(1));
@@ -205,14 +210,14 @@ TEST(Clipping, WidensByTheGapAndStaysOnTheClothAndOutOfOthers)
     EXPECT_THAT(
         text(wide[0]), testing::AllOf(testing::HasSubstr("12,11"), testing::HasSubstr("-2,-1")));
 
-    const std::vector<Contour> rest =
-        remainder(wide, {{{11, 0}, {20, 0}, {20, 20}, {11, 20}}}, GeoRectangle(0, 30, 0, 30));
-    ASSERT_EQ(rest.size(), 1U);
+    const Region rest = remainder(
+        wide, {{{11, 0}, {20, 0}, {20, 20}, {11, 20}}}, square, GeoRectangle(0, 30, 0, 30));
+    ASSERT_EQ(rest.outer.size(), 1U);
     double right = 0;
     double area = 0;
-    for (std::size_t i = 0; i < rest[0].size(); ++i) {
-        const GeoPoint2D &a = rest[0][i];
-        const GeoPoint2D &b = rest[0][(i + 1) % rest[0].size()];
+    for (std::size_t i = 0; i < rest.outer[0].size(); ++i) {
+        const GeoPoint2D &a = rest.outer[0][i];
+        const GeoPoint2D &b = rest.outer[0][(i + 1) % rest.outer[0].size()];
         right = std::max(right, a.x);
         area += (a.x * b.y - b.x * a.y) / 2;
     }
@@ -225,6 +230,33 @@ TEST(Clipping, WidensByTheGapAndStaysOnTheClothAndOutOfOthers)
             {{{0, 10}, {10, 10}, {10, 0}, {0, 0}}, {{11, 0}, {20, 0}, {20, 10}, {11, 10}}}, 0.5, 0)
             .size(),
         1U);
+}
+
+TEST(Clipping, KeepsTheGapOfAnOutlineOfManyPointsAndTellsOfHoles)
+{
+    Contour circle;
+    constexpr int points = 4000;
+    for (int i = 0; i < points; ++i) {
+        const double angle = 6.283185307179586 * i / points;
+        circle.emplace_back(15 * std::cos(angle), 15 * std::sin(angle));
+    }
+    const std::vector<Contour> wide = widenedUnion({circle}, 1, 1);
+    ASSERT_EQ(wide.size(), 1U);
+    double right = 0;
+    for (const GeoPoint2D &point : wide[0]) {
+        right = std::max(right, point.x);
+        EXPECT_GE(std::hypot(point.x, point.y), 16 - 1e-6);
+    }
+    EXPECT_GE(right, 16);
+    EXPECT_LE(right, 16 + kSimplified + 1e-6);
+
+    // A C whose mouth the gap closes, with something inside.
+    const std::vector<Contour> c{{{0, 0}, {10, 0}, {10, 4}, {8, 4}, {8, 2}, {2, 2}, {2, 8}, {8, 8},
+        {8, 5}, {10, 5}, {10, 10}, {0, 10}}};
+    const Region region = remainder(widenedUnion(c, 1, 1), {{{5, 5}, {6, 5}, {6, 6}, {5, 6}}}, c,
+        GeoRectangle(-20, 20, -20, 20));
+    EXPECT_EQ(region.outer.size(), 1U);
+    EXPECT_EQ(region.holes.size(), 1U);
 }
 
 // ---- frames ----
@@ -254,9 +286,9 @@ TEST(Frames, HoldEachPieceAsAWholeAndItsStartBeforeTheThreshold)
         int last = 0;
         for (const CutObject &object : plan.objects) {
             const CutFrame &frame = plan.frames[static_cast<std::size_t>(object.frame)];
-            EXPECT_GE(object.reach().left(), frame.start);
-            EXPECT_LE(object.reach().left(), frame.start + 30 + 1e-5);
-            EXPECT_LE(object.reach().right(), frame.end + 1e-5);
+            EXPECT_GE(object.reach({}).left(), frame.start);
+            EXPECT_LE(object.reach({}).left(), frame.start + 30 + 1e-5);
+            EXPECT_LE(object.reach({}).right(), frame.end + 1e-5);
             EXPECT_LE(last, object.frame);
             last = object.frame;
         }
@@ -308,10 +340,10 @@ TEST(Order, StaysWithinTheFramesAndMayTurnOutlinesButNeverStartsAtANotch)
     CutRequest request;
     request.order = CuttingOrder::Optimised;
     request.settings.cutOrderCrans = NotchNone;
-    orderObjects(objects, request);
+    orderObjects(objects, {}, request);
     std::vector<double> lefts;
     for (const CutObject &object : objects) {
-        lefts.push_back(object.reach().left());
+        lefts.push_back(object.reach({}).left());
         EXPECT_LT(object.outlines.front().points.front().notch, 0);
         EXPECT_EQ(object.outlines.front().points.size(), 4U);
     }
@@ -321,8 +353,8 @@ TEST(Order, StaysWithinTheFramesAndMayTurnOutlinesButNeverStartsAtANotch)
 
     request.order = CuttingOrder::Stored;
     std::vector<CutObject> stored{rectangle(40, 0, 10, 10), rectangle(0, 0, 10, 10)};
-    orderObjects(stored, request);
-    EXPECT_EQ(stored.front().reach().left(), 40);
+    orderObjects(stored, {}, request);
+    EXPECT_EQ(stored.front().reach({}).left(), 40);
 }
 
 TEST(Order, ChainsHolesAndLinesTowardsTheOutline)
@@ -334,7 +366,7 @@ TEST(Order, ChainsHolesAndLinesTowardsTheOutline)
     CutRequest request;
     request.order = CuttingOrder::Shortened;
     request.settings.cutInternalOrder = CutLineBeforeOutline;
-    orderObjects(objects, request);
+    orderObjects(objects, {}, request);
     EXPECT_EQ(text(objects[0].internals[0]), "6,6 5,5");
     EXPECT_EQ(text(objects[0].internals[1]), "3,3 2,2");
     EXPECT_TRUE(objects[0].drills[1].user || objects[0].drills[0].user);
@@ -356,13 +388,13 @@ TEST(Waste, IsCutFromTheEdgesUpToThePiecesAndAcrossTheEnd)
         wasteCuts({GeoRectangle(0, 40, 0, 100)}, {&low, &edge}, settings, messages)) {
         cuts.push_back(text({cut.from, cut.to}));
     }
-    EXPECT_THAT(cuts, ElementsAre("10,0 10,2.8", "10,100 10,96", "20,0 20,4", "20,100 20,96",
-                          "30,100 30,96", "40,0 40,100"));
+    EXPECT_THAT(cuts, ElementsAre("30,100 30,96", "20,100 20,96", "10,100 10,96", "10,0 10,2.8",
+                          "20,0 20,4", "40,0 40,100"));
 
     settings.cutFabricEdgeLength = 50; // from both sides: right across where nothing lies
     const auto across = wasteCuts({GeoRectangle(0, 40, 0, 100)}, {&low, &edge}, settings, messages);
-    EXPECT_FALSE(across[2].fromEdge);
-    EXPECT_EQ(text({across[2].from, across[2].to}), "20,0 20,100");
+    EXPECT_FALSE(across[3].fromEdge);
+    EXPECT_EQ(text({across[3].from, across[3].to}), "20,0 20,100");
 
     settings.cutFabricEdgeSpacing = 0.0001;
     EXPECT_TRUE(wasteCuts({GeoRectangle(0, 40, 0, 100)}, {&low}, settings, messages).empty());

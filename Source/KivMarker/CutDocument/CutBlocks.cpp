@@ -13,20 +13,11 @@
 namespace KivSystem {
 namespace {
 
-Contour contourOf(const CDbPolygon &polygon, double offset)
-{
-    Contour contour;
-    for (const CDbMarkerPointObject &point : *polygon.currentContour()) {
-        contour.emplace_back(point.x + offset, point.y);
-    }
-    return contour;
-}
-
-std::vector<Contour> contoursOf(const SelectedBlock &block)
+std::vector<Contour> contoursOf(const std::vector<LaidPiece> &pieces)
 {
     std::vector<Contour> contours;
-    for (const CDbPolygon *polygon : block.polygons) {
-        contours.push_back(contourOf(*polygon, block.offset));
+    for (const LaidPiece &piece : pieces) {
+        contours.push_back(piece.contour());
     }
     return contours;
 }
@@ -37,7 +28,8 @@ GeoRectangle widened(const GeoRectangle &rect, double gapX, double gapY)
     return {rect.left() - gapX, rect.right() + gapX, rect.bottom() - gapY, rect.top() + gapY};
 }
 
-// Makes the rough outlines of blocks, among the pieces of all the others.
+// Makes the rough outlines of blocks, one after the other. Where the room between two blocks is
+// less than the gap, each gets the half of it, and none enters what another one has.
 class RoughOutlines
 {
 public:
@@ -47,62 +39,69 @@ public:
         , m_gapY(fabric.getGapInY())
         , m_settings(settings)
     {
-        for (std::size_t block = 0; block < blocks.size(); ++block) {
-            const SelectedBlock &selected = blocks[block].selected;
-            for (const CDbPolygon *polygon : selected.polygons) {
-                m_polygons.push_back({block, polygon,
-                    polygon->polygonRect.translated(selected.offset, 0), selected.offset});
+        for (const ShapedBlock &block : blocks) {
+            std::vector<GeoRectangle> rects;
+            for (const LaidPiece &piece : block.selected.pieces) {
+                rects.push_back(widened(piece.rect(), m_gapX, m_gapY));
             }
+            m_blocks.push_back({&block.selected, std::move(rects), {}});
         }
     }
 
-    std::vector<CutOutline> outlines(std::size_t index, const SelectedBlock &block) const
+    std::vector<CutOutline> outlines(std::size_t index)
     {
-        const std::vector<Contour> pieces = contoursOf(block);
-        const std::vector<Contour> wide = widenedUnion(pieces, m_gapX, m_gapY);
-        std::vector<CutOutline> result;
-        for (const Contour &contour : remainder(wide, neighbours(index, block), block.cloth)) {
-            // What a neighbour has cut off holds no piece and is not cut.
-            if (holdsPiece(contour, pieces)) {
-                result.push_back(outlineOf(contour));
+        LaidBlock &own = m_blocks[index];
+        const std::vector<Contour> pieces = contoursOf(own.block->pieces);
+        std::vector<Contour> others;
+        for (std::size_t i = 0; i < m_blocks.size(); ++i) {
+            if (i != index && areNear(own, m_blocks[i])) {
+                addRoomOf(m_blocks[i], others);
             }
         }
+        const Region region =
+            remainder(widenedUnion(pieces, m_gapX, m_gapY), others, pieces, own.block->cloth);
+        own.rough = region.outer;
+        std::vector<CutOutline> result;
+        // What a neighbour has cut off holds no piece and is not cut; a hole is cut that holds one.
+        addThoseAround(result, pieces, region.outer);
+        addThoseAround(result, others, region.holes);
         return result;
     }
 
 private:
-    struct LaidPolygon
+    struct LaidBlock
     {
-        std::size_t block;
-        const CDbPolygon *polygon;
-        GeoRectangle rect;
-        double offset;
+        const SelectedBlock *block;
+        std::vector<GeoRectangle> rects; // of its pieces, widened
+        std::vector<Contour> rough;      // once it is made
     };
 
-    std::vector<Contour> neighbours(std::size_t index, const SelectedBlock &block) const
+    static bool areNear(const LaidBlock &a, const LaidBlock &b)
     {
-        std::vector<GeoRectangle> near;
-        for (const CDbPolygon *polygon : block.polygons) {
-            near.push_back(
-                widened(polygon->polygonRect.translated(block.offset, 0), m_gapX, m_gapY));
-        }
-        std::vector<Contour> found;
-        for (const LaidPolygon &other : m_polygons) {
-            const auto meets = [&other](const GeoRectangle &rect) {
-                return rect.intersects(other.rect);
-            };
-            if (other.block != index && std::any_of(near.begin(), near.end(), meets)) {
-                found.push_back(contourOf(*other.polygon, other.offset));
-            }
-        }
-        return found;
+        return std::any_of(a.rects.begin(), a.rects.end(), [&b](const GeoRectangle &rect) {
+            return std::any_of(b.rects.begin(), b.rects.end(),
+                [&rect](const GeoRectangle &other) { return rect.intersects(other); });
+        });
     }
 
-    static bool holdsPiece(const Contour &contour, const std::vector<Contour> &pieces)
+    void addRoomOf(const LaidBlock &other, std::vector<Contour> &room) const
     {
-        return std::any_of(pieces.begin(), pieces.end(), [&contour](const Contour &piece) {
-            return clearance(contour, interiorPlace(piece)) > 0;
-        });
+        const std::vector<Contour> half =
+            widenedUnion(contoursOf(other.block->pieces), m_gapX / 2, m_gapY / 2);
+        room.insert(room.end(), half.begin(), half.end());
+        room.insert(room.end(), other.rough.begin(), other.rough.end());
+    }
+
+    void addThoseAround(std::vector<CutOutline> &result, const std::vector<Contour> &pieces,
+        const std::vector<Contour> &contours) const
+    {
+        for (const Contour &contour : contours) {
+            if (std::any_of(pieces.begin(), pieces.end(), [&contour](const Contour &piece) {
+                    return clearance(contour, interiorPlace(piece)) > 0;
+                })) {
+                result.push_back(outlineOf(contour));
+            }
+        }
     }
 
     CutOutline outlineOf(const Contour &contour) const
@@ -122,7 +121,7 @@ private:
     double m_gapX;
     double m_gapY;
     const CutSettings &m_settings;
-    std::vector<LaidPolygon> m_polygons;
+    std::vector<LaidBlock> m_blocks;
 };
 
 QString joinedNames(const std::vector<CutObject> &pieces)
@@ -175,7 +174,7 @@ std::vector<std::vector<CutObject>> arrangeBlocks(
     std::vector<ShapedBlock> blocks, const CDbFabricObject &fabric, const CutRequest &request)
 {
     const CutSettings &settings = request.settings;
-    const RoughOutlines rough(blocks, fabric, settings);
+    RoughOutlines rough(blocks, fabric, settings);
     std::vector<std::vector<CutObject>> documents(1);
     for (std::size_t i = 0; i < blocks.size(); ++i) {
         ShapedBlock &block = blocks[i];
@@ -183,7 +182,7 @@ std::vector<std::vector<CutObject>> arrangeBlocks(
         bool isRough =
             several ? settings.cutFusing == NC::CutBlockOutlineOnly : settings.cutBlocking;
         if (isRough) {
-            std::vector<CutOutline> outlines = rough.outlines(i, block.selected);
+            std::vector<CutOutline> outlines = rough.outlines(i);
             isRough = !outlines.empty(); // a piece that others cover is cut as it is
             if (isRough) {
                 documents[0].push_back(roughObject(block, std::move(outlines)));

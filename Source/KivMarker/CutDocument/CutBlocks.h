@@ -7,7 +7,8 @@
 // in a document of their own, and the fabric's document holds no more of it than that rough
 // outline.
 //
-// A rough outline never leaves the cloth and never enters a piece of another block.
+// A rough outline never leaves the cloth of its layer and never enters a piece or the rough outline
+// of another block; where two blocks lie nearer than the gap, each has half of the room.
 
 #ifndef KIVMARKER_CUTBLOCKS_H
 #define KIVMARKER_CUTBLOCKS_H

@@ -18,11 +18,11 @@ struct Span
 };
 
 // The objects along the length, in order of their starts.
-std::vector<Span> spansOf(const std::vector<CutObject> &objects)
+std::vector<Span> spansOf(const std::vector<CutObject> &objects, const CutSettings &settings)
 {
     std::vector<Span> spans;
     for (std::size_t i = 0; i < objects.size(); ++i) {
-        const GeoRectangle reach = objects[i].reach();
+        const GeoRectangle reach = objects[i].reach(settings);
         spans.push_back({i, reach.left(), reach.right()});
     }
     std::stable_sort(
@@ -30,17 +30,23 @@ std::vector<Span> spansOf(const std::vector<CutObject> &objects)
     return spans;
 }
 
-bool checkLengths(const std::vector<CutObject> &objects, const std::vector<Span> &spans,
+bool checkReach(const std::vector<CutObject> &objects, const std::vector<Span> &spans,
     double frameLength, QStringList &messages)
 {
     bool fits = true;
+    const auto refuse = [&](const QString &fault) {
+        messages.append(fault);
+        fits = false;
+    };
     for (const Span &span : spans) {
-        if (span.end - span.start > frameLength + kSlack) {
-            messages.append(
-                QStringLiteral("%1 is %2 cm long; the cutter reaches %3 cm")
-                    .arg(objects[span.object].name, QString::number(span.end - span.start, 'f', 3),
-                        QString::number(frameLength, 'f', 3)));
-            fits = false;
+        const QString &name = objects[span.object].name;
+        if (span.end - span.start > frameLength) {
+            refuse(QStringLiteral("%1 is %2 cm long; the cutter reaches %3 cm")
+                       .arg(name, QString::number(span.end - span.start, 'f', 3),
+                           QString::number(frameLength, 'f', 3)));
+        } else if (span.start < -kSlack) {
+            refuse(QStringLiteral("%1 begins %2 cm before the first frame")
+                       .arg(name, QString::number(-span.start, 'f', 3)));
         }
     }
     return fits;
@@ -51,29 +57,35 @@ bool checkLengths(const std::vector<CutObject> &objects, const std::vector<Span>
 bool assignFrames(CutPlan &plan, const CutRequest &request, QStringList &messages)
 {
     // The cutter counts in its own scale, the plan in the cloth's.
-    const double length = request.settings.cutLength / request.machineScaleX;
-    const double threshold = request.settings.cutThresholdAdvance / request.machineScaleX;
-    std::vector<Span> waiting = spansOf(plan.objects);
-    if (!checkLengths(plan.objects, waiting, length, messages)) {
+    const double length = request.settings.cutLength / request.machineScaleX + kSlack;
+    const double threshold = request.settings.cutThresholdAdvance / request.machineScaleX + kSlack;
+    std::vector<Span> waiting = spansOf(plan.objects, request.settings);
+    if (!checkReach(plan.objects, waiting, length, messages)) {
         return false;
     }
     double start = 0;
+    const auto fits = [&](const Span &span) {
+        return span.end - start <= length && span.start - start <= threshold;
+    };
+    plan.frames.push_back({0, length});
+    if (!waiting.empty() && !fits(waiting.front())) {
+        // The conveyor can move only behind an object: one of which nothing is cut.
+        plan.objects.emplace_back();
+    }
     while (!waiting.empty()) {
-        const auto fits = [&](const Span &span) {
-            return span.start >= start - kSlack && span.end <= start + length + kSlack &&
-                   span.start <= start + threshold + kSlack;
-        };
         if (!fits(waiting.front())) {
             start = waiting.front().start;
+            plan.frames.push_back({start, start + length});
         }
-        const int frame = static_cast<int>(plan.frames.size());
-        plan.frames.push_back({start, start + length});
+        const int frame = static_cast<int>(plan.frames.size()) - 1;
         const auto taken = std::stable_partition(
-            waiting.begin(), waiting.end(), [&](const Span &span) { return !fits(span); });
+            waiting.begin() + 1, waiting.end(), [&](const Span &span) { return !fits(span); });
+        plan.objects[waiting.front().object].frame = frame;
         for (auto span = taken; span != waiting.end(); ++span) {
             plan.objects[span->object].frame = frame;
         }
         waiting.erase(taken, waiting.end());
+        waiting.erase(waiting.begin());
     }
     std::stable_sort(plan.objects.begin(), plan.objects.end(),
         [](const CutObject &a, const CutObject &b) { return a.frame < b.frame; });
@@ -83,7 +95,7 @@ bool assignFrames(CutPlan &plan, const CutRequest &request, QStringList &message
 void markAdvances(CutPlan &plan, QStringList &messages)
 {
     if (plan.frames.empty()) {
-        return;
+        return; // the conveyor stands still
     }
     for (std::size_t i = 0; i + 1 < plan.objects.size(); ++i) {
         plan.objects[i].advanceBehind = plan.objects[i].frame != plan.objects[i + 1].frame;

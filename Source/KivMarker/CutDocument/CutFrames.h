@@ -15,9 +15,11 @@ namespace KivSystem {
 
 struct CutRequest;
 
-/// Gives each object its frame and fills the plan's frames; the objects are sorted by frame. An
-/// object that is longer than the cutter is named in the messages, and false returned: it cannot
-/// be cut.
+/// Gives each object its frame and fills the plan's frames, of which the first starts at 0; the
+/// objects are sorted by frame. When nothing can be cut in the first frame, an object of which
+/// nothing is cut stands there, behind which the conveyor moves. An object that is longer than the
+/// cutter, or begins before the first frame, is named in the messages, and false returned: it
+/// cannot be cut.
 bool assignFrames(CutPlan &plan, const CutRequest &request, QStringList &messages);
 
 /// Marks the object behind which the conveyor moves, once the objects stand in cutting order, and

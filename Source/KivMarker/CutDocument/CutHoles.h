@@ -9,9 +9,12 @@
 
 namespace KivSystem {
 
-/// Takes the holes outside of their own piece out of the objects. Those that lie in no piece at all
-/// are returned; one that would go through another piece is left out, and a message says so.
-std::vector<GeoPoint2D> takeOuterHoles(std::vector<ShapedBlock> &blocks, QStringList &messages);
+/// Takes the holes outside of their own piece, as the marker has it, out of the objects.
+std::vector<GeoPoint2D> takeOuterHoles(std::vector<ShapedBlock> &blocks);
+
+/// Leaves out holes that would go through a piece or beside the cloth; messages say so.
+std::vector<GeoPoint2D> holesInWaste(const std::vector<GeoPoint2D> &holes,
+    const std::vector<ShapedBlock> &blocks, QStringList &messages);
 
 } // namespace KivSystem
 

@@ -26,12 +26,6 @@ double areaOf(const CutOutline &outline)
     return std::abs(twice) / 2;
 }
 
-const CutOutline &largest(const std::vector<CutOutline> &outlines)
-{
-    return *std::max_element(outlines.begin(), outlines.end(),
-        [](const CutOutline &a, const CutOutline &b) { return areaOf(a) < areaOf(b); });
-}
-
 int velocityFor(double area)
 {
     return static_cast<int>(std::count_if(std::begin(kVelocityAreas), std::end(kVelocityAreas),
@@ -45,7 +39,12 @@ QString onlyIf(bool wanted, const QString &text)
 
 QString cutterLabel(const QString &text)
 {
-    return QString(text).replace(QLatin1Char('*'), QLatin1Char('x')).left(kCutterLabelLength);
+    QString label = QString(text).replace(QLatin1Char('*'), QLatin1Char('x'));
+    label.truncate(kCutterLabelLength);
+    if (!label.isEmpty() && label.at(label.size() - 1).isHighSurrogate()) {
+        label.chop(1); // half of a character
+    }
+    return label;
 }
 
 } // namespace
@@ -57,34 +56,41 @@ CutInformation::CutInformation(const PieceNames &names, const CutRequest &reques
 
 void CutInformation::addTo(CutObject &object) const
 {
-    if (object.outlines.empty()) {
-        return;
+    for (const CutOutline &outline : object.outlines) {
+        object.velocity = std::max(object.velocity, velocityFor(areaOf(outline)));
     }
-    const CutOutline &outline = largest(object.outlines);
-    object.velocity = velocityFor(areaOf(outline));
     if (m_request.labelsOnly || m_request.settings.cutLabelM31) {
-        QStringList labels;
-        for (const CDbPolygon *polygon : object.pieces) {
-            labels.append(m_names.onLabel(*polygon));
-        }
-        const QString label = labels.join(QStringLiteral(" + "));
-        object.label = m_request.labelsOnly ? label : cutterLabel(label);
-        object.labelPlace = interiorPlace(placesOf(outline));
+        addLabel(object);
     }
     if (m_request.settings.penCutInfos && !m_request.labelsOnly) {
-        const bool isRough = object.outlines.size() != object.pieces.size();
-        for (std::size_t i = 0; i < object.pieces.size(); ++i) {
-            const auto places = placesOf(object.outlines[isRough ? 0 : i]);
-            const auto text = fitText(places, interiorPlace(places), linesOf(*object.pieces[i]),
+        for (const LaidPiece &piece : object.pieces) {
+            const std::vector<GeoPoint2D> contour = piece.contour();
+            const auto text = fitText(contour, interiorPlace(contour), linesOf(*piece.polygon),
                 CDbGeneralPlotOptions::mGeneralPlotOptions.pieceInfoLetterSize);
             if (text) {
                 object.texts.push_back(*text);
             }
-            if (isRough) {
-                break; // one text for the block: that of its first piece
-            }
         }
     }
+}
+
+// One label for a block, on its largest piece.
+void CutInformation::addLabel(CutObject &object) const
+{
+    if (object.pieces.empty()) {
+        return;
+    }
+    QStringList labels;
+    for (const LaidPiece &piece : object.pieces) {
+        labels.append(m_names.onLabel(*piece.polygon));
+    }
+    const QString label = labels.join(QStringLiteral(" + "));
+    object.label = m_request.labelsOnly ? label : cutterLabel(label);
+    const auto largest = std::max_element(
+        object.pieces.begin(), object.pieces.end(), [](const LaidPiece &a, const LaidPiece &b) {
+            return a.polygon->area() < b.polygon->area();
+        });
+    object.labelPlace = interiorPlace(largest->contour());
 }
 
 QStringList CutInformation::linesOf(const CDbPolygon &polygon) const

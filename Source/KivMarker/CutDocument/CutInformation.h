@@ -11,7 +11,8 @@ class PieceNames;
 struct CutRequest;
 
 /// The smallest outlines, in square cm, of the classes 0, 1 and 2; all smaller ones are of class 3:
-/// a small piece is cut more slowly, since it holds less firmly on the table.
+/// a small piece is cut more slowly, since it holds less firmly on the table. The smallest outline
+/// of a block tells its class.
 constexpr double kVelocityAreas[] = {400, 100, 25};
 
 /// A label that a cutter prints holds no more characters, and no character that ends a block.
@@ -27,6 +28,7 @@ public:
     void addTo(CutObject &object) const;
 
 private:
+    void addLabel(CutObject &object) const;
     QStringList linesOf(const CDbPolygon &polygon) const;
 
     const PieceNames &m_names;

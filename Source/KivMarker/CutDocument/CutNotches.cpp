@@ -43,6 +43,7 @@ class NotchMaker
 public:
     NotchMaker(const CDbVectorsObjectTable &contour, double offset, double length);
     CutOutline outline();
+    int shortened() const { return m_shortened; }
 
 private:
     const CutPoint &at(std::size_t index) const { return m_points[index % m_points.size()]; }
@@ -53,11 +54,13 @@ private:
     GeoPoint2D placeOf(const EdgePlace &place) const;
     EdgePlace walked(std::size_t vertex, double way) const;
     Vector inward(std::size_t vertex) const;
+    double depthAt(std::size_t vertex, const Vector &direction, double length) const;
     void addNotch(std::size_t vertex, const CDbMarkerPointObject &mark);
     std::vector<CutPoint> m_points;
     double m_length;
     double m_perimeter = 0;
     std::vector<NotchPlace> m_notches;
+    int m_shortened = 0;
 };
 
 bool isNotch(int type)
@@ -151,13 +154,39 @@ Vector NotchMaker::inward(std::size_t vertex) const
     return size > 0 ? Vector{normal.x / size, normal.y / size} : Vector{0, 1};
 }
 
+// The length, or half of the way to the edge at which a notch of that length would leave the piece.
+double NotchMaker::depthAt(std::size_t vertex, const Vector &direction, double length) const
+{
+    const GeoPoint2D base = at(vertex).place();
+    double way = 2 * length;
+    for (std::size_t i = 0; i < m_points.size(); ++i) {
+        const GeoPoint2D from = at(i).place();
+        const GeoPoint2D to = at(i + 1).place();
+        // Sides of the notch's line on which the ends of the edge lie.
+        const double a = direction.x * (from.y - base.y) - direction.y * (from.x - base.x);
+        const double b = direction.x * (to.y - base.y) - direction.y * (to.x - base.x);
+        if ((a > 0) == (b > 0)) {
+            continue;
+        }
+        const double share = a / (a - b);
+        const double along = direction.x * (from.x + share * (to.x - from.x) - base.x) +
+                             direction.y * (from.y + share * (to.y - from.y) - base.y);
+        if (along > kSamePlace) {
+            way = std::min(way, along);
+        }
+    }
+    return std::min(length, way / 2);
+}
+
 void NotchMaker::addNotch(std::size_t vertex, const CDbMarkerPointObject &mark)
 {
     const Vector own{static_cast<double>(mark.notchDx), static_cast<double>(mark.notchDy)};
     const double ownLength = std::hypot(own.x, own.y);
     const Vector unit =
         ownLength > 0 ? Vector{own.x / ownLength, own.y / ownLength} : inward(vertex);
-    const double length = m_length > 0 ? m_length : ownLength > 0 ? ownLength : kFallbackLength;
+    const double wanted = m_length > 0 ? m_length : ownLength > 0 ? ownLength : kFallbackLength;
+    const double length = depthAt(vertex, unit, wanted);
+    m_shortened += length < wanted ? 1 : 0;
     const auto tipFrom = [&](const GeoPoint2D &base) {
         return GeoPoint2D(base.x + length * unit.x, base.y + length * unit.y);
     };
@@ -223,9 +252,14 @@ CutOutline NotchMaker::outline()
 
 } // namespace
 
-CutOutline notchedOutline(const CDbVectorsObjectTable &contour, double offset, double length)
+CutOutline notchedOutline(
+    const CDbVectorsObjectTable &contour, double offset, double length, int *shortened)
 {
-    return NotchMaker(contour, offset, length).outline();
+    NotchMaker maker(contour, offset, length);
+    if (shortened != nullptr) {
+        *shortened = maker.shortened();
+    }
+    return maker.outline();
 }
 
 } // namespace KivSystem

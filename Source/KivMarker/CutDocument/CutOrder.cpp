@@ -4,7 +4,7 @@
 #include "CutDocument/CutRoute.h"
 
 #include <algorithm>
-#include <numeric>
+#include <map>
 
 namespace KivSystem {
 namespace {
@@ -192,12 +192,13 @@ void orderParts(CutObject &object, const CutSettings &settings)
 
 } // namespace
 
-void orderObjects(std::vector<CutObject> &objects, const CutRequest &request)
+void orderObjects(
+    std::vector<CutObject> &objects, const GeoPoint2D &from, const CutRequest &request)
 {
     if (request.order == CuttingOrder::Stored) {
         return;
     }
-    GeoPoint2D tool;
+    GeoPoint2D tool = from;
     for (auto begin = objects.begin(); begin != objects.end();) {
         const auto end = std::find_if(
             begin, objects.end(), [begin](const CutObject &o) { return o.frame != begin->frame; });
@@ -223,6 +224,45 @@ void orderObjects(std::vector<CutObject> &objects, const CutRequest &request)
             ordered.push_back(std::move(object));
         }
         begin = std::move(ordered.begin(), ordered.end(), begin);
+    }
+}
+
+void gatherNotches(CutOutline &outline)
+{
+    // The document names places with a step of its own; nearer ones are one place there.
+    constexpr double steps = 1e6; // in a centimetre
+    const auto key = [](const CutPoint &point) {
+        return std::make_pair(std::llround(point.x * steps), std::llround(point.y * steps));
+    };
+    const std::size_t count = outline.points.size();
+    const auto pointAt = [&](std::size_t i) -> CutPoint & { return outline.points[i % count]; };
+    std::map<std::pair<long long, long long>, std::size_t> lastVisits; // of places with notches
+    for (const CutPoint &point : outline.points) {
+        if (point.notch >= 0) {
+            lastVisits[key(point)] = 0;
+        }
+    }
+    for (std::size_t i = 1; i <= count; ++i) {
+        const auto visit = lastVisits.find(key(pointAt(i)));
+        if (visit != lastVisits.end()) {
+            visit->second = i;
+        }
+    }
+    for (std::size_t i = 1; i <= count; ++i) {
+        CutPoint &point = pointAt(i);
+        CutPoint &last = point.notch >= 0 ? pointAt(lastVisits[key(point)]) : point;
+        if (&last == &point) {
+            continue;
+        }
+        CutPath &moved = outline.notches[static_cast<std::size_t>(point.notch)];
+        moved.front() = last.place();
+        if (last.notch < 0) {
+            last.notch = point.notch;
+        } else { // one path, which comes back to the place in between
+            CutPath &path = outline.notches[static_cast<std::size_t>(last.notch)];
+            path.insert(path.end(), moved.begin(), moved.end());
+        }
+        point.notch = -1;
     }
 }
 

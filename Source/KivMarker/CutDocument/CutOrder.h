@@ -14,7 +14,13 @@ constexpr std::size_t kMostStarts = 24;
 
 /// Orders the objects within each frame, the parts of each object, and, where that is asked for,
 /// the corner at which an outline starts. A corner with a notch is never a start.
-void orderObjects(std::vector<CutObject> &objects, const CutRequest &request);
+/// `tool` is where the tool comes from.
+void orderObjects(
+    std::vector<CutObject> &objects, const GeoPoint2D &tool, const CutRequest &request);
+
+/// For notches that are cut during the outline: where the outline comes to a place more than once,
+/// all notches there are cut when it comes last, since the formats look for the last time.
+void gatherNotches(CutOutline &outline);
 
 /// The outline's notches in the order in which the outline meets them; one at the start comes last,
 /// since the outline comes back to it.

@@ -14,7 +14,7 @@
 #include "KivMarker/Document.h"
 #include "KivMarker/Drawing.h"
 
-#include <optional>
+#include <algorithm>
 
 namespace KivSystem {
 namespace {
@@ -33,12 +33,11 @@ public:
 
     QVector<QDomDocument> documents()
     {
-        const std::vector<SelectedBlock> selected = selectBlocks(m_drawing, m_fabric);
-        std::vector<ShapedBlock> blocks = shaped(selected);
+        std::vector<ShapedBlock> blocks = shaped(selectBlocks(m_drawing, m_fabric));
+        const std::vector<GeoPoint2D> holes = takeOuterHoles(blocks);
         if (blocks.empty() || !isInRange(blocks)) {
             return {};
         }
-        std::vector<GeoPoint2D> holes = takeOuterHoles(blocks, m_holeMessages);
         std::vector<CutPlan> plans;
         for (std::vector<CutObject> &objects : arrangeBlocks(blocks, m_fabric, m_request)) {
             CutPlan plan;
@@ -48,21 +47,33 @@ public:
             m_drawing.calculateTheLengthOccupiedTheLayers(&m_fabric, false, &plan.length);
             plans.push_back(std::move(plan));
         }
-        addWaste(plans, blocks, std::move(holes));
+        addWaste(plans, blocks, holes);
         return written(plans);
     }
 
 private:
-    std::vector<ShapedBlock> shaped(const std::vector<SelectedBlock> &selected) const
+    std::vector<ShapedBlock> shaped(const std::vector<SelectedBlock> &selected)
     {
+        QStringList shortened;
         std::vector<ShapedBlock> blocks;
         for (const SelectedBlock &block : selected) {
             ShapedBlock result{block, {}};
-            for (const CDbPolygon *polygon : block.polygons) {
-                result.pieces.push_back(cutShape(*polygon, block.offset, m_request));
-                result.pieces.back().name = m_names.inMessage(*polygon);
+            for (const LaidPiece &laid : block.pieces) {
+                CutObject piece = cutShape(laid, m_request);
+                piece.name = m_names.inMessage(*laid.polygon);
+                if (piece.shortenedNotches > 0) {
+                    shortened.append(
+                        QStringLiteral("%1 has %2 notches that would cut through it and "
+                                       "are made shorter")
+                            .arg(piece.name)
+                            .arg(piece.shortenedNotches));
+                }
+                result.pieces.push_back(std::move(piece));
             }
             blocks.push_back(std::move(result));
+        }
+        if (!m_request.labelsOnly) {
+            tell(false, shortened);
         }
         return blocks;
     }
@@ -79,47 +90,51 @@ private:
         }
     }
 
+    // Without the check what is out of range is cut, but not in silence.
     bool isInRange(const std::vector<ShapedBlock> &blocks)
     {
-        if (!m_request.checkRange) {
-            return true;
-        }
-        bool inRange = true;
+        QStringList faults;
         for (const ShapedBlock &block : blocks) {
             for (const CutObject &piece : block.pieces) {
-                const QString fault = findOutOfRange(piece, block.selected.cloth);
+                const QString fault = findOutOfRange(piece, block.selected, m_request.settings);
                 if (!fault.isEmpty()) {
-                    tell(true, fault);
-                    inRange = false;
+                    faults.append(fault);
                 }
             }
         }
-        return inRange;
+        if (!m_request.labelsOnly) {
+            tell(m_request.checkRange, faults);
+        }
+        return faults.isEmpty() || !m_request.checkRange;
     }
 
-    // What is cut outside of the pieces belongs to the document of the fabric.
+    // What is cut outside of the pieces belongs to the document of the fabric. Labels know no more
+    // of it than where the tool comes from.
     void addWaste(std::vector<CutPlan> &plans, const std::vector<ShapedBlock> &blocks,
-        std::vector<GeoPoint2D> holes)
+        const std::vector<GeoPoint2D> &holes)
     {
         const CutSettings &settings = m_request.settings;
         QStringList messages;
-        if (settings.cutExternalPunchHoles && !m_request.labelsOnly) {
-            plans.front().holes = std::move(holes);
-            messages += m_holeMessages;
+        if (settings.cutExternalPunchHoles) {
+            plans.front().holes = holesInWaste(holes, blocks, messages);
         }
         if (settings.cutFabricEdge && !m_request.labelsOnly) {
             plans.front().wasteCuts =
                 wasteCuts(layers(blocks), objectsOf(plans), settings, messages);
         }
-        tell(false, messages);
+        if (!m_request.labelsOnly) {
+            tell(false, messages);
+        }
     }
 
     static std::vector<GeoRectangle> layers(const std::vector<ShapedBlock> &blocks)
     {
         std::vector<GeoRectangle> cloths;
         for (const ShapedBlock &block : blocks) {
-            if (cloths.empty() || cloths.back().left() != block.selected.cloth.left()) {
-                cloths.push_back(block.selected.cloth);
+            const GeoRectangle &cloth = block.selected.cloth;
+            const bool isNew = cloths.empty() || cloths.back().left() != cloth.left();
+            if (isNew && cloth.width() > 0) { // a layer may lie wholly before its start
+                cloths.push_back(cloth);
             }
         }
         return cloths;
@@ -146,10 +161,13 @@ private:
             for (CutObject &object : plan.objects) {
                 information.addTo(object);
             }
-            if (m_request.frames() && !assignFrames(plan, m_request, faults)) {
+            QStringList unreached;
+            if (m_request.settings.cutCommandM69 && !assignFrames(plan, m_request, unreached) &&
+                !m_request.labelsOnly) {
+                faults += unreached;
                 continue;
             }
-            orderObjects(plan.objects, m_request);
+            orderPlan(plan);
             markAdvances(plan, notes);
             result.append(writeCutDocument(plan, m_fabric.fabricName, m_request));
         }
@@ -158,11 +176,21 @@ private:
         return faults.isEmpty() ? result : QVector<QDomDocument>();
     }
 
+    void orderPlan(CutPlan &plan) const
+    {
+        orderObjects(
+            plan.objects, plan.holes.empty() ? GeoPoint2D() : plan.holes.back(), m_request);
+        if (m_request.notchesDuringOutline()) {
+            for (CutObject &object : plan.objects) {
+                std::for_each(object.outlines.begin(), object.outlines.end(), gatherNotches);
+            }
+        }
+    }
+
     const CDbMarkerDrawing &m_drawing;
     const CDbFabricObject &m_fabric;
     const CutRequest &m_request;
     std::vector<CutMessage> &m_messages;
-    QStringList m_holeMessages;
     PieceNames m_names;
 };
 

@@ -1,5 +1,8 @@
 #include "CutDocument/CutPlan.h"
 
+#include "KivMarker/CutSettings.h"
+#include "KivMarker/Polygon.h"
+
 #include <algorithm>
 
 namespace KivSystem {
@@ -40,19 +43,39 @@ std::vector<GeoPoint2D> placesOf(const CutOutline &outline)
     return places;
 }
 
-GeoRectangle CutObject::reach() const
+std::vector<GeoPoint2D> LaidPiece::contour() const
+{
+    const CDbVectorsObjectTable &points = *polygon->currentContour();
+    std::vector<GeoPoint2D> places;
+    places.reserve(static_cast<std::size_t>(points.size()));
+    for (const CDbMarkerPointObject &point : points) {
+        places.emplace_back(point.x + offset, point.y);
+    }
+    return places;
+}
+
+GeoRectangle LaidPiece::rect() const
+{
+    return polygon->polygonRect.translated(offset, 0);
+}
+
+GeoRectangle CutObject::reach(const CutSettings &settings) const
 {
     Extent extent;
     for (const CutOutline &outline : outlines) {
         for (const CutPoint &point : outline.points) {
             extent.add(point.x, point.y);
         }
-        for (const CutPath &notch : outline.notches) {
-            extent.add(notch);
+        if (settings.cutOrderCrans != NotchNone) {
+            for (const CutPath &notch : outline.notches) {
+                extent.add(notch);
+            }
         }
     }
-    for (const CutPath &line : internals) {
-        extent.add(line);
+    if (settings.cutInternalOrder != CutLineNone) {
+        for (const CutPath &line : internals) {
+            extent.add(line);
+        }
     }
     for (const CutDrill &drill : drills) {
         extent.add(drill.place.x, drill.place.y);

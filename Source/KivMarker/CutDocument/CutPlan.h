@@ -33,6 +33,17 @@
 namespace KivSystem {
 
 class CDbPolygon;
+struct CutSettings;
+
+/// A polygon of the marker, where its layer lies.
+struct LaidPiece
+{
+    const CDbPolygon *polygon = nullptr;
+    double offset = 0; ///< added to x: the start of its layer
+
+    std::vector<GeoPoint2D> contour() const; ///< as the marker has it
+    GeoRectangle rect() const;               ///< around the contour
+};
 
 /// A row of points to be cut; that of a notch starts on a vertex of its outline.
 using CutPath = std::vector<GeoPoint2D>;
@@ -74,7 +85,7 @@ struct CutDrill
 struct CutObject
 {
     QString name; ///< for messages: the piece and its size
-    std::vector<const CDbPolygon *> pieces;
+    std::vector<LaidPiece> pieces;
     std::vector<CutOutline> outlines;
     std::vector<CutPath> internals;
     std::vector<CutDrill> drills;
@@ -83,11 +94,13 @@ struct CutObject
     GeoPoint2D labelPlace;
     std::vector<FittedText> texts;
     int velocity = 0;           ///< class of speed, from 0 for the largest pieces
+    int shortenedNotches = 0;   ///< that would have cut through the piece
     int frame = 0;              ///< 0-based frame of the conveyor
     bool advanceBehind = false; ///< the conveyor moves on when the object is cut
 
-    /// Everything that the tool reaches. The zero rectangle for an object that is not cut.
-    GeoRectangle reach() const;
+    /// Everything that the tool reaches when it cuts what the settings ask for. The zero rectangle
+    /// for an object of which nothing is cut.
+    GeoRectangle reach(const CutSettings &settings) const;
 };
 
 /// One frame of the conveyor: what the cutter reaches before the cloth moves on.

@@ -66,6 +66,31 @@ std::vector<CutPoint> reduced(const std::vector<CutPoint> &points, double tolera
     return result;
 }
 
+using Ring = boost::geometry::model::ring<GeoPoint2D>;
+
+Ring ringOf(const std::vector<CutPoint> &points)
+{
+    Ring ring;
+    for (const CutPoint &point : points) {
+        ring.push_back(point.place());
+    }
+    ring.push_back(ring.front());
+    return ring;
+}
+
+bool isLikeBefore(const std::vector<CutPoint> &points, const Ring &before, bool crossedBefore)
+{
+    constexpr std::size_t triangle = 3;
+    if (points.size() < triangle) {
+        return false;
+    }
+    const Ring ring = ringOf(points);
+    const double area = std::abs(boost::geometry::area(before));
+    const double change = std::abs(std::abs(boost::geometry::area(ring)) - area);
+    return change <= kLargestAreaChange * area &&
+           (crossedBefore || !boost::geometry::intersects(ring));
+}
+
 CutPoint pointOn(const CutPoint &, double x, double y)
 {
     CutPoint point;
@@ -115,11 +140,18 @@ bool addsPoints(const CutSettings &settings)
 
 void reduceOutline(CutOutline &outline, const CutSettings &settings)
 {
-    constexpr std::size_t triangle = 3;
-    if (settings.reducePoints && outline.points.size() > triangle) {
-        std::vector<CutPoint> points = reduced(outline.points, settings.reducePointsTolerance);
-        if (points.size() >= triangle) {
+    constexpr int halvings = 8;
+    if (!settings.reducePoints || outline.points.empty()) {
+        return;
+    }
+    const Ring before = ringOf(outline.points);
+    const bool crosses = boost::geometry::intersects(before);
+    double tolerance = settings.reducePointsTolerance;
+    for (int i = 0; i <= halvings; ++i, tolerance /= 2) {
+        std::vector<CutPoint> points = reduced(outline.points, tolerance);
+        if (isLikeBefore(points, before, crosses)) {
             outline.points = std::move(points);
+            return;
         }
     }
 }

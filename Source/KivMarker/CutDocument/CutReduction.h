@@ -10,9 +10,13 @@ namespace KivSystem {
 
 struct CutSettings;
 
+/// As a part of the area.
+constexpr double kLargestAreaChange = 0.05;
+
 /// Leaves out points, if the settings ask for it, as long as none that is left out lies further
 /// from the outline than the tolerance (Douglas and Peucker). Points that are to be kept stay, and
-/// so does the start. An outline of which less than a triangle would remain stays as it is.
+/// so does the start. A tolerance that would make the outline cross itself, or change its area by
+/// more than kLargestAreaChange, is halved until it does not; at last the outline stays as it is.
 void reduceOutline(CutOutline &outline, const CutSettings &settings);
 
 /// Adds points, if the settings ask for it, on edges that are longer than the distance asked for.

@@ -28,6 +28,7 @@ CutSettings eastmanSettings(CutSettings settings)
     settings.cutBlocking = settings.eastCutBlocking;
     settings.cutFusing = settings.eastCutFusing;
     settings.miniCutFileBlock = settings.eastMiniCutFileBlock;
+    settings.cutCommandM69 = false; // the command and the length are those of another machine
     return settings;
 }
 
@@ -53,6 +54,7 @@ CutRequest cutRequest(const SvgOptions &options, const CutSettings &settings, bo
     if (request.labelsOnly) {
         request.settings.cutBlocking = false;
         request.settings.cutFusing = NC::CutBlockNone;
+        request.notchLength = settings.cutNotchSize; // so that the order is that of the cut file
     }
     return request;
 }

@@ -29,7 +29,6 @@ struct CutRequest
     short drillSize = 0; ///< 0 for none
     CuttingOrder order = CuttingOrder::Stored;
 
-    bool frames() const { return settings.cutCommandM69 && !labelsOnly; }
     bool notchesDuringOutline() const { return settings.cutOrderCrans == NotchDuringOutline; }
 };
 

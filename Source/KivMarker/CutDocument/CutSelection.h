@@ -3,7 +3,7 @@
 #ifndef KIVMARKER_CUTSELECTION_H
 #define KIVMARKER_CUTSELECTION_H
 
-#include "KivGeo/Rectangle.h"
+#include "CutDocument/CutPlan.h"
 
 #include <vector>
 
@@ -11,18 +11,18 @@ namespace KivSystem {
 
 class CDbFabricObject;
 class CDbMarkerDrawing;
-class CDbPolygon;
 
 /// A group on the marker: a block of one piece or of several.
 struct SelectedBlock
 {
-    std::vector<const CDbPolygon *> polygons;
-    double offset = 0;  ///< added to x: the start of its layer
-    GeoRectangle cloth; ///< its layer, as laid
+    std::vector<LaidPiece> pieces;
+    GeoRectangle cloth;   ///< its layer, as laid: to where the layer is occupied
+    double nextLayer = 0; ///< x at which the next layer starts; infinity for the last
 };
 
 /// The groups on the marker, layer behind layer along the length, within a layer as stored. Groups
-/// in stand-by and layers with nothing on them take no part.
+/// in stand-by take no part. A layer whose pieces all lie before its start occupies no length, but
+/// its pieces are there.
 std::vector<SelectedBlock> selectBlocks(
     const CDbMarkerDrawing &drawing, const CDbFabricObject &fabric);
 

@@ -37,13 +37,16 @@ CutPath laidLine(const CDbVectorsObjectTable &points, double offset)
 
 } // namespace
 
-CutObject cutShape(const CDbPolygon &polygon, double offset, const CutRequest &request)
+CutObject cutShape(const LaidPiece &piece, const CutRequest &request)
 {
+    const CDbPolygon &polygon = *piece.polygon;
+    const double offset = piece.offset;
     const CDbVectorsObjectTable &contour = *polygon.currentContour();
     CutObject object;
-    object.pieces.push_back(&polygon);
+    object.pieces.push_back(piece);
 
-    CutOutline outline = notchedOutline(contour, offset, request.notchLength);
+    CutOutline outline =
+        notchedOutline(contour, offset, request.notchLength, &object.shortenedNotches);
     markCorners(outline);
     reduceOutline(outline, request.settings);
     markCorners(outline); // what was left out may have made a corner sharper
@@ -51,6 +54,7 @@ CutObject cutShape(const CDbPolygon &polygon, double offset, const CutRequest &r
     object.outlines.push_back(std::move(outline));
 
     for (const InternalLine &line : polygon.internalLines()) {
+        collectMarks(object, line.points, offset);
         if (line.kind == InternalLine::Kind::Cut) {
             object.internals.push_back(
                 conditionedLine(laidLine(line.points, offset), request.settings));

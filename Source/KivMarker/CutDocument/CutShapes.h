@@ -7,12 +7,10 @@
 
 namespace KivSystem {
 
-class CDbPolygon;
 struct CutRequest;
 
-/// Outline with notches, lines to be cut, holes and match points, without a name yet. `offset` is
-/// added to x.
-CutObject cutShape(const CDbPolygon &polygon, double offset, const CutRequest &request);
+/// Outline with notches, lines to be cut, holes and match points, without a name yet.
+CutObject cutShape(const LaidPiece &piece, const CutRequest &request);
 
 } // namespace KivSystem
 

@@ -23,7 +23,8 @@ public:
         , m_spacing(settings.cutFabricEdgeSpacing)
         , m_length(settings.cutFabricEdgeLength)
     {
-        const double count = std::ceil(cloth.width() / m_spacing) - 1;
+        constexpr double rounding = 1e-9; // none at the end itself
+        const double count = std::ceil(cloth.width() / m_spacing - rounding) - 1;
         m_free.assign(
             static_cast<std::size_t>(std::max(count, 0.0)), FreeEdges{cloth.top(), cloth.bottom()});
     }
@@ -44,11 +45,15 @@ public:
         }
     }
 
+    // Along the upper edge against the length, then back along the lower one.
     std::vector<WasteCut> cuts() const
     {
         std::vector<WasteCut> result;
+        for (std::size_t i = m_free.size(); i-- > 0;) {
+            addUpperCut(result, placeOf(i), m_free[i]);
+        }
         for (std::size_t i = 0; i < m_free.size(); ++i) {
-            addCuts(result, placeOf(i), m_free[i]);
+            addLowerCut(result, placeOf(i), m_free[i]);
         }
         return result;
     }
@@ -95,21 +100,34 @@ private:
         return from.x == to.x ? from.y : from.y + (x - from.x) / (to.x - from.x) * (to.y - from.y);
     }
 
-    void addCuts(std::vector<WasteCut> &result, double x, const FreeEdges &edges) const
+    // Both cuts would meet: one goes right across.
+    bool isAcross(const FreeEdges &edges) const
     {
-        const bool isFree = edges.lowest > edges.highest;
-        if (isFree && 2 * m_length >= m_cloth.height()) {
+        return edges.lowest > edges.highest && 2 * m_length >= m_cloth.height();
+    }
+
+    static double clearance(const FreeEdges &edges)
+    {
+        return edges.lowest > edges.highest ? 0 : kWasteClearance;
+    }
+
+    void addUpperCut(std::vector<WasteCut> &result, double x, const FreeEdges &edges) const
+    {
+        const double free = m_cloth.top() - edges.highest - clearance(edges);
+        const double size = std::min(m_length, free);
+        if (!isAcross(edges) && size >= kWasteClearance) {
+            result.push_back({x, {x, m_cloth.top()}, {x, m_cloth.top() - size}, true});
+        }
+    }
+
+    void addLowerCut(std::vector<WasteCut> &result, double x, const FreeEdges &edges) const
+    {
+        const double free = edges.lowest - clearance(edges) - m_cloth.bottom();
+        const double size = std::min(m_length, free);
+        if (isAcross(edges)) {
             result.push_back({x, {x, m_cloth.bottom()}, {x, m_cloth.top()}, false});
-            return;
-        }
-        const double clearance = isFree ? 0 : kWasteClearance;
-        const double below = std::min(m_length, edges.lowest - clearance - m_cloth.bottom());
-        const double above = std::min(m_length, m_cloth.top() - edges.highest - clearance);
-        if (below >= kWasteClearance) {
-            result.push_back({x, {x, m_cloth.bottom()}, {x, m_cloth.bottom() + below}, true});
-        }
-        if (above >= kWasteClearance) {
-            result.push_back({x, {x, m_cloth.top()}, {x, m_cloth.top() - above}, true});
+        } else if (size >= kWasteClearance) {
+            result.push_back({x, {x, m_cloth.bottom()}, {x, m_cloth.bottom() + size}, true});
         }
     }
 
@@ -149,7 +167,7 @@ std::vector<WasteCut> wasteCuts(const std::vector<GeoRectangle> &cloths,
         const GeoRectangle &last = cloths.back();
         double end = last.right();
         for (const CutObject *object : objects) {
-            end = std::max(end, object->reach().right()); // a notch may stick out
+            end = std::max(end, object->reach(CutSettings()).right()); // a notch may stick out
         }
         result.push_back({end, {end, last.bottom()}, {end, last.top()}, false});
     }

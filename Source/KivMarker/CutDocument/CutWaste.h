@@ -20,8 +20,9 @@ constexpr double kWasteClearance = 0.2;
 constexpr double kMostWasteCuts = 100000;
 
 /// The waste cuts of a fabric. `cloths` are its layers as laid, in their order, `objects` all that
-/// is cut there: no waste cut touches any of it. More cuts than kMostWasteCuts are refused: none is
-/// made then, and the messages say why.
+/// is cut there: no waste cut at the edges comes near any of it, and the one across the end touches
+/// no more than the end of the last piece. More cuts than kMostWasteCuts are refused: none is made
+/// then, and the messages say why.
 std::vector<WasteCut> wasteCuts(const std::vector<GeoRectangle> &cloths,
     const std::vector<const CutObject *> &objects, const CutSettings &settings,
     QStringList &messages);

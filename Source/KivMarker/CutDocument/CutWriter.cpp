@@ -34,8 +34,11 @@ public:
             addHoles(root);
         }
         for (const CutObject &object : m_plan.objects) {
+            if (m_request.labelsOnly && object.pieces.empty()) {
+                continue;
+            }
             addObject(root, object);
-            if (object.advanceBehind) {
+            if (object.advanceBehind && !m_request.labelsOnly) {
                 addAdvance(root, object.frame);
             }
         }
@@ -181,7 +184,8 @@ private:
                 addPoint(data, point.place());
                 ++index;
             }
-            if (point.lift && i > 0 && i < count) {
+            const bool brokenOff = point.notch >= 0 && m_request.notchesDuringOutline();
+            if (point.lift && !brokenOff && i > 0 && i < count) {
                 lifts.append(QString::number(index)); // in front of the next point
             }
         }
