@@ -2,6 +2,212 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de" sourcelanguage="en">
 <context>
+    <name>CutParametersANSI</name>
+    <message>
+        <source>Cut Parameters</source>
+        <translation>Schneideparameter</translation>
+    </message>
+    <message>
+        <source>Scale in X:</source>
+        <translation>Maßstab in X:</translation>
+    </message>
+    <message>
+        <source>%</source>
+        <translation>%</translation>
+    </message>
+    <message>
+        <source>Scale in Y:</source>
+        <translation>Maßstab in Y:</translation>
+    </message>
+    <message>
+        <source>Reduce Number of Points:</source>
+        <translation>Anzahl der Punkte verringern:</translation>
+    </message>
+    <message>
+        <source>Generate Intermediate Points:</source>
+        <translation>Zwischenpunkte erzeugen:</translation>
+    </message>
+    <message>
+        <source>Generate Notches Command (M19)</source>
+        <translation>Befehl für Knipse erzeugen (M19)</translation>
+    </message>
+    <message>
+        <source>Generate Console Command (M20)</source>
+        <translation>Befehl für Konsole erzeugen (M20)</translation>
+    </message>
+    <message>
+        <source>Generate Labels Command (M31)</source>
+        <translation>Befehl für Etiketten erzeugen (M31)</translation>
+    </message>
+    <message>
+        <source>Generate Pen Commands for Piece Info</source>
+        <translation>Stiftbefehle für Teileinformation erzeugen</translation>
+    </message>
+    <message>
+        <source>Synchronize Pen Up Commands with Cutter</source>
+        <translation>Befehle zum Heben des Stifts mit dem Cutter abstimmen</translation>
+    </message>
+    <message>
+        <source>Internal Cut</source>
+        <translation>Innenschnitt</translation>
+    </message>
+    <message>
+        <source>Cut Out Internal Lines:</source>
+        <translation>Innenlinien schneiden:</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Keine</translation>
+    </message>
+    <message>
+        <source>Before Outline</source>
+        <translation>Vor dem Umriss</translation>
+    </message>
+    <message>
+        <source>After Outline</source>
+        <translation>Nach dem Umriss</translation>
+    </message>
+    <message>
+        <source>Notch Cutting Order:</source>
+        <translation>Knipse schneiden:</translation>
+    </message>
+    <message>
+        <source>During Outline</source>
+        <translation>Während des Umrisses</translation>
+    </message>
+    <message>
+        <source>Special Notch Treatment for Cutting Edge Cutters</source>
+        <translation>Knipse für Cutter mit Schneidkante besonders behandeln</translation>
+    </message>
+    <message>
+        <source>Notch Length:</source>
+        <translation>Länge der Knipse:</translation>
+    </message>
+    <message>
+        <source>Cut User Punch Holes with a Different Tool (M44)</source>
+        <translation>Bohrlöcher des Benutzers mit anderem Werkzeug (M44)</translation>
+    </message>
+    <message>
+        <source>External Cut</source>
+        <translation>Außenschnitt</translation>
+    </message>
+    <message>
+        <source>Cut Fabric Edge</source>
+        <translation>Stoffkante schneiden</translation>
+    </message>
+    <message>
+        <source>Cut Spacing:</source>
+        <translation>Abstand der Schnitte:</translation>
+    </message>
+    <message>
+        <source>Length of Cut:</source>
+        <translation>Länge des Schnitts:</translation>
+    </message>
+    <message>
+        <source>Cut External Punch Holes</source>
+        <translation>Bohrlöcher außerhalb der Teile bohren</translation>
+    </message>
+    <message>
+        <source>M43 Tool</source>
+        <translation>Werkzeug M43</translation>
+    </message>
+    <message>
+        <source>M44 Tool</source>
+        <translation>Werkzeug M44</translation>
+    </message>
+    <message>
+        <source>Frame Advance</source>
+        <translation>Fenstervorschub</translation>
+    </message>
+    <message>
+        <source>Generate Frame Advance Command (M69)</source>
+        <translation>Befehl für Fenstervorschub erzeugen (M69)</translation>
+    </message>
+    <message>
+        <source>Cutter Length in X:</source>
+        <translation>Länge des Cutters in X:</translation>
+    </message>
+    <message>
+        <source>Threshold Frame Advance:</source>
+        <translation>Schwelle des Fenstervorschubs:</translation>
+    </message>
+    <message>
+        <source>Blocking Options</source>
+        <translation>Blockoptionen</translation>
+    </message>
+    <message>
+        <source>Cut Blocks Outline (Single Piece)</source>
+        <translation>Umriss von Blöcken schneiden (Einzelteil)</translation>
+    </message>
+    <message>
+        <source>Cut Blocks (Multiple Pieces)</source>
+        <translation>Blöcke schneiden (mehrere Teile)</translation>
+    </message>
+    <message>
+        <source>Internal Pieces Only</source>
+        <translation>Nur innere Teile</translation>
+    </message>
+    <message>
+        <source>Outline Only</source>
+        <translation>Nur Umriss</translation>
+    </message>
+    <message>
+        <source>Generate Individual Cut Files for Blocks (Multiple Pieces)</source>
+        <translation>Eigene Schneidedateien für Blöcke erzeugen (mehrere Teile)</translation>
+    </message>
+</context>
+<context>
+    <name>CutParametersEastman</name>
+    <message>
+        <source>Cut Parameters</source>
+        <translation>Schneideparameter</translation>
+    </message>
+    <message>
+        <source>Scale in X:</source>
+        <translation>Maßstab in X:</translation>
+    </message>
+    <message>
+        <source>%</source>
+        <translation>%</translation>
+    </message>
+    <message>
+        <source>Scale in Y:</source>
+        <translation>Maßstab in Y:</translation>
+    </message>
+    <message>
+        <source>Notch Cutting Order:</source>
+        <translation>Knipse schneiden:</translation>
+    </message>
+    <message>
+        <source>Notch Length:</source>
+        <translation>Länge der Knipse:</translation>
+    </message>
+    <message>
+        <source>Drill Type:</source>
+        <translation>Bohrart:</translation>
+    </message>
+    <message>
+        <source>Drill Angle:</source>
+        <translation>Bohrwinkel:</translation>
+    </message>
+    <message>
+        <source>Cut Blocks Outline (Single Piece)</source>
+        <translation>Umriss von Blöcken schneiden (Einzelteil)</translation>
+    </message>
+    <message>
+        <source>Cut Blocks (Multiple Pieces)</source>
+        <translation>Blöcke schneiden (mehrere Teile)</translation>
+    </message>
+    <message>
+        <source>Cut Internal Lines</source>
+        <translation>Innenlinien schneiden</translation>
+    </message>
+    <message>
+        <source>Generate Individual Cut Files for Blocks (Multiple Pieces)</source>
+        <translation>Eigene Schneidedateien für Blöcke erzeugen (mehrere Teile)</translation>
+    </message>
+</context>
+<context>
     <name>KivSystem::KivApplication</name>
     <message>
         <source>Invalid Operation</source>
@@ -59,6 +265,53 @@
     <message>
         <source>DXF File (*.dxf)</source>
         <translation>DXF-Datei (*.dxf)</translation>
+    </message>
+</context>
+<context>
+    <name>KivSystem::NC::EastmanOptionsWidget</name>
+    <message>
+        <source>None</source>
+        <translation>Keine</translation>
+    </message>
+    <message>
+        <source>During Outline</source>
+        <translation>Während des Umrisses</translation>
+    </message>
+    <message>
+        <source>Before Outline</source>
+        <translation>Vor dem Umriss</translation>
+    </message>
+    <message>
+        <source>After Outline</source>
+        <translation>Nach dem Umriss</translation>
+    </message>
+    <message>
+        <source>PUNCH</source>
+        <translation>PUNCH</translation>
+    </message>
+    <message>
+        <source>DRILL</source>
+        <translation>DRILL</translation>
+    </message>
+    <message>
+        <source>VNCH</source>
+        <translation>VNCH</translation>
+    </message>
+    <message>
+        <source>SLIT</source>
+        <translation>SLIT</translation>
+    </message>
+    <message>
+        <source>LASER</source>
+        <translation>LASER</translation>
+    </message>
+    <message>
+        <source>Internal Pieces Only</source>
+        <translation>Nur innere Teile</translation>
+    </message>
+    <message>
+        <source>Outline Only</source>
+        <translation>Nur Umriss</translation>
     </message>
 </context>
 <context>

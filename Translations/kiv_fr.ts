@@ -2,6 +2,212 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="fr" sourcelanguage="en">
 <context>
+    <name>CutParametersANSI</name>
+    <message>
+        <source>Cut Parameters</source>
+        <translation>Paramètres de coupe</translation>
+    </message>
+    <message>
+        <source>Scale in X:</source>
+        <translation>Échelle en X :</translation>
+    </message>
+    <message>
+        <source>%</source>
+        <translation>%</translation>
+    </message>
+    <message>
+        <source>Scale in Y:</source>
+        <translation>Échelle en Y :</translation>
+    </message>
+    <message>
+        <source>Reduce Number of Points:</source>
+        <translation>Réduire le nombre de points :</translation>
+    </message>
+    <message>
+        <source>Generate Intermediate Points:</source>
+        <translation>Générer des points intermédiaires :</translation>
+    </message>
+    <message>
+        <source>Generate Notches Command (M19)</source>
+        <translation>Générer la commande de crans (M19)</translation>
+    </message>
+    <message>
+        <source>Generate Console Command (M20)</source>
+        <translation>Générer la commande de console (M20)</translation>
+    </message>
+    <message>
+        <source>Generate Labels Command (M31)</source>
+        <translation>Générer la commande d’étiquettes (M31)</translation>
+    </message>
+    <message>
+        <source>Generate Pen Commands for Piece Info</source>
+        <translation>Générer les commandes de stylo pour les infos de pièce</translation>
+    </message>
+    <message>
+        <source>Synchronize Pen Up Commands with Cutter</source>
+        <translation>Synchroniser les levées de stylo avec le découpeur</translation>
+    </message>
+    <message>
+        <source>Internal Cut</source>
+        <translation>Coupe intérieure</translation>
+    </message>
+    <message>
+        <source>Cut Out Internal Lines:</source>
+        <translation>Couper les lignes intérieures :</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Aucun</translation>
+    </message>
+    <message>
+        <source>Before Outline</source>
+        <translation>Avant le contour</translation>
+    </message>
+    <message>
+        <source>After Outline</source>
+        <translation>Après le contour</translation>
+    </message>
+    <message>
+        <source>Notch Cutting Order:</source>
+        <translation>Ordre de coupe des crans :</translation>
+    </message>
+    <message>
+        <source>During Outline</source>
+        <translation>Pendant le contour</translation>
+    </message>
+    <message>
+        <source>Special Notch Treatment for Cutting Edge Cutters</source>
+        <translation>Traitement spécial des crans pour découpeurs à arête de coupe</translation>
+    </message>
+    <message>
+        <source>Notch Length:</source>
+        <translation>Longueur des crans :</translation>
+    </message>
+    <message>
+        <source>Cut User Punch Holes with a Different Tool (M44)</source>
+        <translation>Percer les trous de l’utilisateur avec un autre outil (M44)</translation>
+    </message>
+    <message>
+        <source>External Cut</source>
+        <translation>Coupe extérieure</translation>
+    </message>
+    <message>
+        <source>Cut Fabric Edge</source>
+        <translation>Couper le bord du tissu</translation>
+    </message>
+    <message>
+        <source>Cut Spacing:</source>
+        <translation>Espacement des coupes :</translation>
+    </message>
+    <message>
+        <source>Length of Cut:</source>
+        <translation>Longueur de coupe :</translation>
+    </message>
+    <message>
+        <source>Cut External Punch Holes</source>
+        <translation>Percer les trous extérieurs</translation>
+    </message>
+    <message>
+        <source>M43 Tool</source>
+        <translation>Outil M43</translation>
+    </message>
+    <message>
+        <source>M44 Tool</source>
+        <translation>Outil M44</translation>
+    </message>
+    <message>
+        <source>Frame Advance</source>
+        <translation>Avance de fenêtre</translation>
+    </message>
+    <message>
+        <source>Generate Frame Advance Command (M69)</source>
+        <translation>Générer la commande d’avance de fenêtre (M69)</translation>
+    </message>
+    <message>
+        <source>Cutter Length in X:</source>
+        <translation>Longueur du découpeur en X :</translation>
+    </message>
+    <message>
+        <source>Threshold Frame Advance:</source>
+        <translation>Seuil d’avance de fenêtre :</translation>
+    </message>
+    <message>
+        <source>Blocking Options</source>
+        <translation>Options de blocs</translation>
+    </message>
+    <message>
+        <source>Cut Blocks Outline (Single Piece)</source>
+        <translation>Couper le contour des blocs (pièce unique)</translation>
+    </message>
+    <message>
+        <source>Cut Blocks (Multiple Pieces)</source>
+        <translation>Couper les blocs (plusieurs pièces)</translation>
+    </message>
+    <message>
+        <source>Internal Pieces Only</source>
+        <translation>Pièces intérieures seulement</translation>
+    </message>
+    <message>
+        <source>Outline Only</source>
+        <translation>Contour seulement</translation>
+    </message>
+    <message>
+        <source>Generate Individual Cut Files for Blocks (Multiple Pieces)</source>
+        <translation>Générer un fichier de coupe par bloc (plusieurs pièces)</translation>
+    </message>
+</context>
+<context>
+    <name>CutParametersEastman</name>
+    <message>
+        <source>Cut Parameters</source>
+        <translation>Paramètres de coupe</translation>
+    </message>
+    <message>
+        <source>Scale in X:</source>
+        <translation>Échelle en X :</translation>
+    </message>
+    <message>
+        <source>%</source>
+        <translation>%</translation>
+    </message>
+    <message>
+        <source>Scale in Y:</source>
+        <translation>Échelle en Y :</translation>
+    </message>
+    <message>
+        <source>Notch Cutting Order:</source>
+        <translation>Ordre de coupe des crans :</translation>
+    </message>
+    <message>
+        <source>Notch Length:</source>
+        <translation>Longueur des crans :</translation>
+    </message>
+    <message>
+        <source>Drill Type:</source>
+        <translation>Type de perçage :</translation>
+    </message>
+    <message>
+        <source>Drill Angle:</source>
+        <translation>Angle de perçage :</translation>
+    </message>
+    <message>
+        <source>Cut Blocks Outline (Single Piece)</source>
+        <translation>Couper le contour des blocs (pièce unique)</translation>
+    </message>
+    <message>
+        <source>Cut Blocks (Multiple Pieces)</source>
+        <translation>Couper les blocs (plusieurs pièces)</translation>
+    </message>
+    <message>
+        <source>Cut Internal Lines</source>
+        <translation>Couper les lignes intérieures</translation>
+    </message>
+    <message>
+        <source>Generate Individual Cut Files for Blocks (Multiple Pieces)</source>
+        <translation>Générer un fichier de coupe par bloc (plusieurs pièces)</translation>
+    </message>
+</context>
+<context>
     <name>KivSystem::KivApplication</name>
     <message>
         <source>Invalid Operation</source>
@@ -59,6 +265,53 @@
     <message>
         <source>DXF File (*.dxf)</source>
         <translation>Fichier DXF (*.dxf)</translation>
+    </message>
+</context>
+<context>
+    <name>KivSystem::NC::EastmanOptionsWidget</name>
+    <message>
+        <source>None</source>
+        <translation>Aucun</translation>
+    </message>
+    <message>
+        <source>During Outline</source>
+        <translation>Pendant le contour</translation>
+    </message>
+    <message>
+        <source>Before Outline</source>
+        <translation>Avant le contour</translation>
+    </message>
+    <message>
+        <source>After Outline</source>
+        <translation>Après le contour</translation>
+    </message>
+    <message>
+        <source>PUNCH</source>
+        <translation>PUNCH</translation>
+    </message>
+    <message>
+        <source>DRILL</source>
+        <translation>DRILL</translation>
+    </message>
+    <message>
+        <source>VNCH</source>
+        <translation>VNCH</translation>
+    </message>
+    <message>
+        <source>SLIT</source>
+        <translation>SLIT</translation>
+    </message>
+    <message>
+        <source>LASER</source>
+        <translation>LASER</translation>
+    </message>
+    <message>
+        <source>Internal Pieces Only</source>
+        <translation>Pièces intérieures seulement</translation>
+    </message>
+    <message>
+        <source>Outline Only</source>
+        <translation>Contour seulement</translation>
     </message>
 </context>
 <context>

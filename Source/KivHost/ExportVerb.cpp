@@ -1,7 +1,9 @@
 #include "CommandLineInterface.h"
 #include "Console.h"
 #include "ExportStaging.h"
+#include "FormatData.h"
 #include "HostSettings.h"
+#include "KivCore/Application.h"
 #include "KivCore/ExporterFactory.h"
 #include "KivMarker/Document.h"
 #include "KivMarker/MarkerFile.h"
@@ -147,6 +149,10 @@ void ExportRun::exportFiles(const FileFormat &format, Exporter<DocumentMak> &exp
     const QString folder = QDir(m_options.directory).filePath(fileNameFrom(format.tag));
     ExportStaging staging(folder, extensionOf(format));
     m_user.beginExport(&staging, m_options.exportNotOptimised);
+    const QString fault = findFormatDataFault(format.tag, KivApplication::instance()->pluginsDir());
+    if (!fault.isEmpty()) {
+        throw HostError(ExitFailed, notWritten(format.name, fault));
+    }
     try {
         if (!askExporter(exporter)) {
             throw HostError(ExitFailed,

@@ -1,5 +1,6 @@
 #include "MarkerExporterFactory.h"
 
+#include "ANSIProcessor.h"
 #include "ManagerTextProcessor.h"
 #include "MarkerExporter.h"
 #include "TextProcessorImpl.h"
@@ -47,7 +48,7 @@ constexpr FormatRow formatTable[] = {
     {"KIV System Manager (txt)", 1, "kiv_txt", textAndCutFilter,
         makeProcessor<NC::ManagerTextProcessor>},
     {"Text File", 2, "txt", textAndCutFilter, makeProcessor<NC::TextProcessorImpl>},
-    {"Cut File ANSI", 50, "cut_ansi", textAndCutFilter, nullptr},
+    {"Cut File ANSI", 50, "cut_ansi", textAndCutFilter, makeProcessor<NC::ANSIProcessor>},
     {"Cut File Eastman", 51, "cut_eastman", textAndCutFilter, nullptr},
     {"Cut Labels", 53, "cut_labels", textAndCutFilter, nullptr},
     {"DXF-NESTER", 54, "dxf_nester", dxfFilter, nullptr},

@@ -57,6 +57,8 @@ struct Variant
     const char *settings = ""; // the user's stored settings
 };
 
+#define SET(assignment) "--set", assignment
+
 const Variant kVariants[] = {
     {"", {"--all"}},
     {"shuffled", {"--format", "txt", "--fields", "18,8,13,0,12,7,14,10"}},
@@ -66,6 +68,22 @@ const Variant kVariants[] = {
     {"semicolon", {"--format", "txt", "--field-separator", ";"}},
     {"comma", {"--format", "txt", "--field-separator", ",", "--repeat-separator", "; "}},
     {"line-per-size", {"--format", "txt", "--field-separator", ";", "--one-line-per-size"}},
+    {"during", {"--format", "cut_ansi", SET("CutOrderCrans=1"), SET("CutInternalOrder=2")}},
+    {"during-without-m19",
+        {"--format", "cut_ansi", SET("CutOrderCrans=1"), SET("CutCommandM19=false"),
+            SET("CutCommandM20=false"), SET("CutInternalOrder=0")}},
+    {"after", {"--format", "cut_ansi", SET("CutOrderCrans=3"), SET("CutScaleX=98.5"),
+                  SET("CutPenUpSynchro=true"), SET("PunchUserTool=true")}},
+    {"before-without-m19", {"--format", "cut_ansi", SET("CutCommandM19=false")}},
+    {"outlines-with-waste",
+        {"--format", "cut_ansi", SET("CutOrderCrans=0"), SET("CutInternalOrder=0"),
+            SET("CutFabricEdge=true"), SET("CutFabricEdgeSpacing=40"),
+            SET("CutExternalPunchHoles=true"), SET("ReducePoints=true")}},
+    {"labels-and-frames",
+        {"--format", "cut_ansi", SET("CutLabelM31=true"), SET("CutCommandM69=true"),
+            SET("CutLength=220"), SET("CutThresholdAdvance=160"), SET("CutCuttingEdge=true")}},
+    {"blocks", {"--format", "cut_ansi", SET("CutFusing=2"), SET("CutBlocking=true"),
+                   SET("MiniCutFileBlock=true")}},
 };
 
 // Masks what differs from machine to machine: the folder of the marker and the dates of its file.

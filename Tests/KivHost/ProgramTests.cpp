@@ -282,5 +282,39 @@ TEST_F(ProgramTest, TellsOfTheCutsInEachOrder)
     EXPECT_TRUE(out.contains("cuts of fabric \"Rib 1x1\":\n    stored: cut 180.00, idle ")) << out;
 }
 
+TEST_F(ProgramTest, NamesTheConfigurationOfACutFormatThatItCannotUse)
+{
+    QDir().mkpath(folder.path("plugins/io/CutFileConfig"));
+    const QString plugins = KIV_BINARY_DIR "/bin/plugins/";
+    ASSERT_TRUE(QFile::copy(plugins + "libKivPlotOut.so", folder.path("plugins/libKivPlotOut.so")));
+    const QStringList arguments = {"export", KIV_SOURCE_DIR "/Samples/trousers.mar", "--format",
+        "cut_ansi", "-o", "out", "--plugins", "plugins"};
+    EXPECT_EQ(run(arguments), 1);
+    const QString file = folder.path("plugins/io/CutFileConfig/ANSI.xml");
+    EXPECT_EQ(
+        err, QString("kivhost: Cut File ANSI: was not written: %1: No such file or directory\n")
+                 .arg(file));
+    folder.write("plugins/io/CutFileConfig/ANSI.xml", "<ansi>\n<header></ansi>");
+    EXPECT_EQ(run(arguments), 1);
+    EXPECT_TRUE(err.contains(file + " (line 2, column ")) << err;
+    EXPECT_FALSE(folder.contents().contains("out/cut_ansi"));
+}
+
+TEST_F(ProgramTest, RefusesAWrongPanelAndAFabricThatCannotBeCut)
+{
+    const QString marker = KIV_SOURCE_DIR "/Samples/trousers.mar";
+    EXPECT_EQ(run({"export", marker, "--format", "cut_ansi", "-o", "out", "--set", "CutLength=100",
+                  "--set", "CutThresholdAdvance=101"}),
+        1);
+    EXPECT_TRUE(err.contains("101.00 cm")) << err; // as a window would tell it
+    EXPECT_EQ(
+        run({"export", marker, "--format", "cut_ansi", "-o", "out", "--set", "CutCommandM69=true",
+            "--set", "CutLength=100", "--set", "CutThresholdAdvance=100"}),
+        1);
+    EXPECT_TRUE(err.contains("cm long; the cutter reaches 100.000 cm")) << err;
+    EXPECT_EQ(out, "");
+    EXPECT_FALSE(folder.contents().contains("out"));
+}
+
 } // namespace
 } // namespace KivSystem

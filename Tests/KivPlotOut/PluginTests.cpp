@@ -4,7 +4,11 @@
 
 #include "MarkerExporter.h"
 #include "MarkerExporterFactory.h"
+#include "ScriptedUserInterface.h"
 
+#include "KivCore/Application.h"
+
+#include <QDir>
 #include <QLibrary>
 #include <QProcess>
 
@@ -25,7 +29,7 @@ const struct
 } kFormats[] = {
     {"KIV System Manager (txt)", 1, "kiv_txt", kTextAndCut, true},
     {"Text File", 2, "txt", kTextAndCut, true},
-    {"Cut File ANSI", 50, "cut_ansi", kTextAndCut, false},
+    {"Cut File ANSI", 50, "cut_ansi", kTextAndCut, true},
     {"Cut File Eastman", 51, "cut_eastman", kTextAndCut, false},
     {"Cut Labels", 53, "cut_labels", kTextAndCut, false},
     {"DXF-NESTER", 54, "dxf_nester", "DXF File (*.dxf)", false},
@@ -34,6 +38,8 @@ const struct
 
 TEST(MarkerExporterFactory, DescribesTheSevenFormatsInTheirOrder)
 {
+    // Panels belong to the host's window.
+    const KivApplication application(std::make_unique<ScriptedUserInterface>(), QDir());
     MarkerExporterFactory *factory = MarkerExporterFactory::instance();
     const std::vector<QString> keys = factory->supportedFormats();
     ASSERT_EQ(keys.size(), std::size(kFormats));
