@@ -282,6 +282,20 @@ TEST_F(TextFileJob, AnAcceptedDialogStoresTheFieldsAndACancelledOneNothing)
     EXPECT_EQ(stored(), QStringList({"8", "21"}));
 }
 
+TEST_F(TextFileJob, TheDialogBelongsToTheActiveWindow)
+{
+    QWidget window;
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    user->dialogs.push_back([&](KivDialog &dialog) {
+        EXPECT_EQ(dialog.parentWidget(), &window);
+        return int(QDialog::Rejected);
+    });
+    NC::TextProcessorImpl job;
+    EXPECT_FALSE(job.prepare(*document, 0));
+}
+
 TEST_F(TextFileJob, ThePanelIsReadWhenTheFileIsWrittenAndStoredWhenTheJobGoes)
 {
     QSettings().setValue("marker_export_list", QStringList{"8", "19"});
