@@ -1,6 +1,8 @@
 #include "MarkerExporterFactory.h"
 
 #include "ANSIProcessor.h"
+#include "EastmanProcessor.h"
+#include "LabelProcessor.h"
 #include "ManagerTextProcessor.h"
 #include "MarkerExporter.h"
 #include "TextProcessorImpl.h"
@@ -49,8 +51,8 @@ constexpr FormatRow formatTable[] = {
         makeProcessor<NC::ManagerTextProcessor>},
     {"Text File", 2, "txt", textAndCutFilter, makeProcessor<NC::TextProcessorImpl>},
     {"Cut File ANSI", 50, "cut_ansi", textAndCutFilter, makeProcessor<NC::ANSIProcessor>},
-    {"Cut File Eastman", 51, "cut_eastman", textAndCutFilter, nullptr},
-    {"Cut Labels", 53, "cut_labels", textAndCutFilter, nullptr},
+    {"Cut File Eastman", 51, "cut_eastman", textAndCutFilter, makeProcessor<NC::EastmanProcessor>},
+    {"Cut Labels", 53, "cut_labels", textAndCutFilter, makeProcessor<NC::LabelProcessor>},
     {"DXF-NESTER", 54, "dxf_nester", dxfFilter, nullptr},
     {"Illustrator(TM)", 56, "ill_tm", textAndCutFilter, nullptr},
 };

@@ -30,8 +30,8 @@ const struct
     {"KIV System Manager (txt)", 1, "kiv_txt", kTextAndCut, true},
     {"Text File", 2, "txt", kTextAndCut, true},
     {"Cut File ANSI", 50, "cut_ansi", kTextAndCut, true},
-    {"Cut File Eastman", 51, "cut_eastman", kTextAndCut, false},
-    {"Cut Labels", 53, "cut_labels", kTextAndCut, false},
+    {"Cut File Eastman", 51, "cut_eastman", kTextAndCut, true},
+    {"Cut Labels", 53, "cut_labels", kTextAndCut, true},
     {"DXF-NESTER", 54, "dxf_nester", "DXF File (*.dxf)", false},
     {"Illustrator(TM)", 56, "ill_tm", kTextAndCut, false},
 };
