@@ -4,6 +4,7 @@
 #include "FormatData.h"
 #include "HostSettings.h"
 #include "KivCore/Application.h"
+#include "KivCore/Dialog.h"
 #include "KivCore/ExporterFactory.h"
 #include "KivMarker/Document.h"
 #include "KivMarker/MarkerFile.h"
@@ -137,8 +138,14 @@ bool ExportRun::askExporter(Exporter<DocumentMak> &exporter)
     if (!exporter.canExport(m_document)) {
         return false;
     }
+    // As a window does: the page in front is checked as the dialog is accepted, all else as it
+    // closes.
     QWidget *panel = exporter.optionsPanel();
-    if (panel != nullptr && !panel->close()) { // a panel checks and takes its settings as it closes
+    auto *dialog = qobject_cast<KivDialog *>(panel);
+    if (dialog != nullptr && !dialog->validateInputs()) {
+        return false;
+    }
+    if (panel != nullptr && !panel->close()) {
         return false;
     }
     return exporter.prepare(m_document);

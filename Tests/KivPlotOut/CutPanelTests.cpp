@@ -340,6 +340,36 @@ TEST_F(CutPanel, ShowsLengthsInTheUsersUnit)
     EXPECT_DOUBLE_EQ(settings.getCutLength(), 508);
 }
 
+TEST_F(CutPanel, GivesBackTheVeryValuesThatNobodyTouched)
+{
+    KivConventions conventions;
+    conventions.length = LengthUnit::Inch;
+    conventions.decimals = 0;
+    KivLocale::setApplicationConventions(conventions);
+    CutSettings exact;
+    exact.cutNotchSize = 0.4;
+    exact.cutScaleX = 98.76;
+    exact.eastCutAnglePunchHole = 12.3456;
+    exact.eastCutScaleY = 99.5;
+    settings.setCutSettings(exact);
+    ANSIOptionsWidget ansi(nullptr);
+    EastmanOptionsWidget eastman(nullptr);
+    EXPECT_EQ(find<QLineEdit>(ansi, "editNotchLen")->text(), QStringLiteral("0 in"));
+    type(ansi, "editCutterLengthX", "100");
+    EXPECT_TRUE(ansi.applyChanges());
+    EXPECT_TRUE(eastman.applyChanges());
+    exact.cutLength = 254;
+    const CutSettings now = settings.cutSettings();
+    EXPECT_EQ(now.cutNotchSize, 0.4);
+    EXPECT_EQ(now.cutScaleX, 98.76);
+    EXPECT_EQ(now.cutLength, 254);
+    EXPECT_EQ(now.eastCutAnglePunchHole, 12.3456);
+    EXPECT_EQ(now.eastCutScaleY, 99.5);
+    find<QDoubleSpinBox>(ansi, "spinScaleX")->setValue(97);
+    EXPECT_TRUE(ansi.applyChanges());
+    EXPECT_EQ(settings.getCutScaleX(), 97);
+}
+
 } // namespace
 } // namespace NC
 } // namespace KivSystem

@@ -134,8 +134,8 @@ bool ANSIOptionsWidget::applyChanges()
 void ANSIOptionsWidget::writeTopArea() const
 {
     CDbMarkerShareGlobales &to = settings();
-    to.setCutScaleX(m_ui->spinScaleX->value());
-    to.setCutScaleY(m_ui->spinScaleY->value());
+    to.setCutScaleX(scaleIn(m_ui->spinScaleX));
+    to.setCutScaleY(scaleIn(m_ui->spinScaleY));
     to.setReducePoints(m_ui->checkReduce->isChecked());
     to.setReducePointsTolerance(lengthIn(m_ui->editNumberOfPoint));
     to.setCutInterPoints(m_ui->checkIntermediate->isChecked());

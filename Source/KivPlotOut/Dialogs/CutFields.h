@@ -1,4 +1,5 @@
-// CutFields: what the panels of the cut formats have in common: fields with a length or an angle.
+// CutFields: what the panels of the cut formats have in common: fields with a length, an angle or a
+// scale.
 
 #ifndef KIVPLOTOUT_CUTFIELDS_H
 #define KIVPLOTOUT_CUTFIELDS_H
@@ -11,12 +12,21 @@ namespace NC {
 
 /// Bounds of the length in a line edit, in cm.
 void setLengthBounds(QLineEdit *edit, double lowest, double highest);
+// A field shows its value with the decimals that the user reads. As long as nobody types into it,
+// it gives back the very value that it was given: a cut does not change because a panel was looked
+// at.
+
 /// A length in cm, in the user's unit; a text that is none reads as 0.
 void showLength(QLineEdit *edit, double centimetres);
 double lengthIn(const QLineEdit *edit);
 
-/// A scale in percent, with as many decimals as the user reads.
+/// An angle in degrees; a text that is none reads as 0.
+void showAngle(QLineEdit *edit, double degrees);
+double angleIn(const QLineEdit *edit);
+
+/// A scale in percent.
 void showScale(QDoubleSpinBox *spin, double percent);
+double scaleIn(const QDoubleSpinBox *spin);
 
 } // namespace NC
 } // namespace KivSystem

@@ -1,7 +1,6 @@
 #include "EastmanOptionsWidget.h"
 
 #include "CutFields.h"
-#include "KivCore/Locale.h"
 #include "KivCore/Validator.h"
 #include "KivMarker/ShareGlobales.h"
 
@@ -74,8 +73,7 @@ void EastmanOptionsWidget::initData()
     m_ui->comboNotchCutting->setCurrentIndex(from.getEastCutOrderCrans());
     showLength(m_ui->editNotchLen, from.getEastCutNotchSize());
     m_ui->comboDrillType->setCurrentIndex(from.getEastCutTypeDrill());
-    m_ui->editDrillangle->setText(
-        KivLocale().formatAngle(from.getEastCutAnglePunchHole(), KivLocale::WithUnit));
+    showAngle(m_ui->editDrillangle, from.getEastCutAnglePunchHole());
     m_ui->checkCutBlocks->setChecked(from.getEastCutBlocking());
     m_ui->comboCutBlocks->setCurrentIndex(from.getEastCutFusing());
     m_ui->comboCutInternal->setCurrentIndex(from.getEastCutInternalOrder());
@@ -100,12 +98,12 @@ bool EastmanOptionsWidget::applyChanges()
 
 double EastmanOptionsWidget::getScaleX() const
 {
-    return m_ui->spinScaleX->value();
+    return scaleIn(m_ui->spinScaleX);
 }
 
 double EastmanOptionsWidget::getScaleY() const
 {
-    return m_ui->spinScaleY->value();
+    return scaleIn(m_ui->spinScaleY);
 }
 
 double EastmanOptionsWidget::getNotchLength() const
@@ -131,7 +129,7 @@ DrillType EastmanOptionsWidget::getDrillType() const
 
 double EastmanOptionsWidget::getDrillAngle() const
 {
-    return KivLocale().parseAngle(m_ui->editDrillangle->text()).value;
+    return angleIn(m_ui->editDrillangle);
 }
 
 eCutBlock EastmanOptionsWidget::getCutMultiBlockType() const
