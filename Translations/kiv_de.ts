@@ -340,6 +340,26 @@
         <source>Export Document as</source>
         <translation>Dokument exportieren als</translation>
     </message>
+    <message>
+        <source>cannot open font table file:</source>
+        <translation>Schriftdatei kann nicht geöffnet werden:</translation>
+    </message>
+    <message>
+        <source>cannot reset font table file pointer:</source>
+        <translation>In der Schriftdatei kann nicht zum Anfang gegangen werden:</translation>
+    </message>
+    <message>
+        <source>cannot seek font table file:</source>
+        <translation>Stelle der Schriftdatei ist nicht zu erreichen:</translation>
+    </message>
+    <message>
+        <source>cannot read font table file:</source>
+        <translation>Schriftdatei kann nicht gelesen werden:</translation>
+    </message>
+    <message>
+        <source>invalid glyph data length, failed to parse bezier point</source>
+        <translation>Buchstabe der Schriftdatei ist unvollständig: die Kurve hat kein Ende</translation>
+    </message>
 </context>
 <context>
     <name>TextExportFormat</name>

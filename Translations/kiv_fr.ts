@@ -340,6 +340,26 @@
         <source>Export Document as</source>
         <translation>Exporter le document sous</translation>
     </message>
+    <message>
+        <source>cannot open font table file:</source>
+        <translation>impossible d&apos;ouvrir le fichier de police :</translation>
+    </message>
+    <message>
+        <source>cannot reset font table file pointer:</source>
+        <translation>impossible de revenir au début du fichier de police :</translation>
+    </message>
+    <message>
+        <source>cannot seek font table file:</source>
+        <translation>position inaccessible dans le fichier de police :</translation>
+    </message>
+    <message>
+        <source>cannot read font table file:</source>
+        <translation>impossible de lire le fichier de police :</translation>
+    </message>
+    <message>
+        <source>invalid glyph data length, failed to parse bezier point</source>
+        <translation>caractère incomplet dans le fichier de police : la courbe n&apos;a pas d&apos;extrémité</translation>
+    </message>
 </context>
 <context>
     <name>TextExportFormat</name>

@@ -112,12 +112,15 @@ private:
     void addText(QDomElement &line)
     {
         constexpr double centimetresOfPoint = 0.03528;
-        constexpr double likeTheStrokeFont = 0.83; // in width: half a letter height a character
+        constexpr double likeTheStrokeFont = 1; // in width: half a cell a character
         const QString x = line.attribute(QStringLiteral("x"));
         const QString y = line.attribute(QStringLiteral("y"));
         set(line, "font-size",
             text(number(line, "fontSize") * centimetresOfPoint * likeTheStrokeFont));
         set(line, "font-family", QStringLiteral("monospace"));
+        // The place is the middle of the first letter.
+        set(line, "dominant-baseline", QStringLiteral("central"));
+        set(line, "dx", QStringLiteral("-0.3em"));
         set(line, "fill", QStringLiteral("green"));
         set(line, "transform",
             QStringLiteral("matrix(1 0 0 -1 0 %1) rotate(%2 %3 %4)")

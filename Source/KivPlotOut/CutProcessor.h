@@ -28,9 +28,13 @@
 #include <QTextStream>
 #include <QVector>
 
+#include <memory>
 #include <vector>
 
 namespace KivSystem {
+
+class FontTable;
+
 namespace NC {
 
 /// The order of the virtual operations is part of the interface.
@@ -124,6 +128,8 @@ protected:
     QString yExpression;
     int precision = 0; ///< decimals
     QString synchro;   ///< written when the pen goes up; empty for none
+    /// Null before the first pen text. It may outlive the processor.
+    std::shared_ptr<FontTable> fontTable;
 
 private:
     class DuringOutline;

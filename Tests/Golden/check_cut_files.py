@@ -231,7 +231,7 @@ class Comparison:
             for path in piece.findall("path[@drill]")])
         self.check_cuts(of["cut"], self.legs(piece), SPEEDS[piece.get("velocity")])
 
-        check(not of["pen"] or piece.find("text") is not None, "a pen text that is in no document")
+        check(bool(of["pen"]) == (piece.find("text") is not None), "pen texts")
         corners = [p for path in piece.findall("path[@t='outline']") for p in points(path.text)]
         for act in of["pen"]:
             for place, axis, factor in zip(act.end, zip(*corners), self.scale):

@@ -487,12 +487,14 @@ def texts_stay_on_their_piece(run):
         rings = [[(x * run.scale[0], y * run.scale[1]) for x, y in p.contour] for p in pieces]
         named = set()
         for text in found.texts:
-            size = float(text.get("fontSize")) * 0.03528
-            length = sum(size / 2 if ord(c) < 256 else size for c in text.text)
+            size = float(text.get("fontSize")) * 0.03528 * 1.2
+            widths = [size / 2 if ord(c) < 256 else size for c in text.text]
+            start, end = -widths[0] / 2, sum(widths) - widths[0] / 2
             x, y, angle = (float(text.get(a)) for a in ("x", "y", "angle"))
             ux, uy = math.cos(math.radians(angle)), math.sin(math.radians(angle))
             letters = [(x + a * ux - b * uy, y + a * uy + b * ux)
-                       for a, b in ((0, 0), (length, 0), (length, size), (0, size))]
+                       for a, b in ((start, -size / 2), (end, -size / 2), (end, size / 2),
+                                    (start, size / 2))]
             on = [i for i, ring in enumerate(rings) if all(clearance(p, ring) > 0 for p in letters)
                   and not any(cross(a, b, c, d, 0) for a, b in edges(letters)
                               for c, d in edges(ring))]

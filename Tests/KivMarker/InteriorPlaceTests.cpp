@@ -178,21 +178,26 @@ TEST(InteriorPlace, ClearanceIsNegativeOutside)
     EXPECT_LT(clearance({}, {0, 0}), -1e300);
 }
 
-// Corners of a line's box, grown by a share of the letter height.
+constexpr double kCellOfPoint = 0.03528 * 1.2; // cm
+
+// Corners of a line's box, grown by a share of the letter height. The pen starts in the middle of
+// the first cell.
 std::array<GeoPoint2D, 4> boxOf(const FittedLine &line, double size, double angle, double margin)
 {
-    const double height = size * 0.03528;
+    const double height = size * kCellOfPoint;
     double width = 0;
     for (const QChar character : line.text) {
         width += character.unicode() < 0x100 ? height / 2 : height;
     }
     const double more = margin * height;
-    const GeoPoint2D start(line.x, line.y);
+    const GeoPoint2D middle(line.x, line.y);
+    const double first = line.text.at(0).unicode() < 0x100 ? height / 2 : height;
+    const GeoPoint2D start = middle.translated(-first / 2, -height / 2);
     std::array<GeoPoint2D, 4> corners{start.translated(-more, -more),
         start.translated(width + more, -more), start.translated(width + more, height + more),
         start.translated(-more, height + more)};
     for (GeoPoint2D &corner : corners) {
-        corner.rotate(angle, start);
+        corner.rotate(angle, middle);
     }
     return corners;
 }
@@ -224,11 +229,11 @@ bool staysOn(const Outline &outline, const FittedText &text, double margin)
 FittedText laidOut(const QStringList &lines, const GeoPoint2D &centre, double size, double angle)
 {
     FittedText text{size, angle, {}};
-    const double height = size * 0.03528;
-    double up = (height * (1 + 1.4 * (lines.size() - 1))) / 2 - height;
+    const double height = size * kCellOfPoint;
+    double up = 1.4 * height * (lines.size() - 1) / 2;
     for (const QString &line : lines) {
         const auto box = boxOf({line, 0, 0}, size, 0, 0);
-        GeoPoint2D start(centre.x - box[1].x / 2, centre.y + up);
+        GeoPoint2D start(centre.x - (box[0].x + box[1].x) / 2, centre.y + up);
         start.rotate(angle, centre);
         text.lines.push_back({line, start.x, start.y});
         up -= 1.4 * height;
@@ -289,7 +294,7 @@ TEST(PieceTextFit, TakesTheFirstSizeAndAngleThatStaysOnThePiece)
 TEST(PieceTextFit, TurnsDropsLinesAndGivesUp)
 {
     const auto box = [](double width, double height) {
-        return Outline{{0, 0}, {width, 0}, {width, height}, {0, height}};
+        return Outline{{0, 0}, {1.2 * width, 0}, {1.2 * width, 1.2 * height}, {0, 1.2 * height}};
     };
     struct Case
     {
@@ -301,7 +306,8 @@ TEST(PieceTextFit, TurnsDropsLinesAndGivesUp)
         double size;
         double angle;
     };
-    // Letters of 6 points are 0.212 cm high; four of them with margin take 0.508 by 0.296 cm.
+    // In parts of 1.2 cm: letters of 6 points are 0.212 high; four of them with margin take 0.508
+    // by 0.296.
     const Case cases[] = {
         {"wide", box(20, 5), {"ABCD"}, 20, 1, 20, 0},
         {"tall and narrow", box(1.5, 20), {"ABCDEFGHIJ"}, 20, 1, 20, 90},
@@ -344,8 +350,8 @@ TEST(PieceTextFit, KeepsClearOfASlitThatEndsInTheText)
     const auto text = fitText(slit, {5, 3}, {"WAISTBAND"}, 40);
     ASSERT_TRUE(text);
     EXPECT_EQ(text->angle, 0);
-    EXPECT_LE(text->fontSize * 0.03528 * 0.7, 0.2);
-    EXPECT_GT((text->fontSize + 1) * 0.03528 * 0.7, 0.2);
+    EXPECT_LE(text->fontSize * kCellOfPoint * 0.7, 0.2);
+    EXPECT_GT((text->fontSize + 1) * kCellOfPoint * 0.7, 0.2);
 }
 
 } // namespace

@@ -9,7 +9,7 @@
 namespace KivSystem {
 namespace {
 
-constexpr double cmPerPoint = 0.03528;
+constexpr double cmPerPoint = 0.03528 * 1.2; // of a letter's cell, with the room between lines
 constexpr double smallestSize = 6;
 constexpr double sizeLimit = 1e5; // keeps the tries few on an outline of absurd extent
 // In letter heights. With this margin the boxes of neighbouring lines touch, so that no spike of
@@ -42,27 +42,31 @@ struct Block
     double halfHeight = 0;
 };
 
+double advance(QChar character)
+{
+    return character.unicode() <= 0xFF ? 0.5 : 1.0;
+}
+
 double widthOf(const QString &line)
 {
     double width = 0;
-    for (const uint character : line.toUcs4()) {
-        width += character <= 0xFF ? 0.5 : 1.0;
+    for (const QChar character : line) {
+        width += advance(character);
     }
     return width;
 }
 
-// How far above the centre the base line is.
-double baseLine(std::size_t line, std::size_t count)
+// How far above the centre the middle of a line is.
+double middleOf(std::size_t line, std::size_t count)
 {
-    const double below = static_cast<double>(count - 1) / 2 - static_cast<double>(line);
-    return below * lineDistance - 0.5;
+    return (static_cast<double>(count - 1) / 2 - static_cast<double>(line)) * lineDistance;
 }
 
 Block blockOf(const std::vector<double> &widths, std::size_t count)
 {
     Block block;
     for (std::size_t i = 0; i < count; ++i) {
-        const LineBox box{baseLine(i, count) + 0.5, widths[i] / 2 + margin, 0.5 + margin};
+        const LineBox box{middleOf(i, count), widths[i] / 2 + margin, 0.5 + margin};
         block.halfWidth = std::max(block.halfWidth, box.halfWidth);
         block.halfHeight = std::max(block.halfHeight, box.middleY + box.halfHeight);
         block.boxes.push_back(box);
@@ -152,10 +156,11 @@ FittedText placed(const QStringList &lines, const std::vector<double> &widths, s
     const double height = size * cmPerPoint;
     FittedText text{size, upright ? 90.0 : 0.0, {}};
     for (std::size_t i = 0; i < count; ++i) {
-        const double along = -widths[i] / 2 * height;
-        const double up = baseLine(i, count) * height;
-        text.lines.push_back({lines[static_cast<int>(i)], centre.x + (upright ? -up : along),
-            centre.y + (upright ? along : up)});
+        const QString &line = lines[static_cast<int>(i)];
+        const double along = (advance(line.at(0)) - widths[i]) / 2 * height;
+        const double up = middleOf(i, count) * height;
+        text.lines.push_back(
+            {line, centre.x + (upright ? -up : along), centre.y + (upright ? along : up)});
     }
     return text;
 }

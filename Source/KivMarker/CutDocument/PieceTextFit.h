@@ -5,8 +5,9 @@
 //         FRONT       the lines stand below each other, 1.4 letter heights apart,
 //          38         each centred by itself
 //
-// The letters are those of a stroke font: a character up to U+00FF takes half of the letter height,
-// any other the full height. A text size in points is its letter height.
+// The letters are those of a stroke font: a cell is 1.2 times as high as the text size says; a
+// character up to U+00FF takes half of that to the right, any other all of it. Each letter is
+// centred in its cell.
 
 #ifndef KIVMARKER_CUTDOCUMENT_PIECETEXTFIT_H
 #define KIVMARKER_CUTDOCUMENT_PIECETEXTFIT_H
@@ -20,7 +21,7 @@
 
 namespace KivSystem {
 
-/// A line of text and the start of its base line in cm.
+/// A line of text and the middle of its first letter's cell, in cm: where a pen starts it.
 struct FittedLine
 {
     QString text;
@@ -31,7 +32,7 @@ struct FittedLine
 struct FittedText
 {
     double fontSize = 0; ///< in points
-    double angle = 0;    ///< 0 or 90 degrees, counter-clockwise about the start of each line
+    double angle = 0;    ///< 0 or 90 degrees, counter-clockwise about the place of each line
     std::vector<FittedLine> lines;
 };
 
