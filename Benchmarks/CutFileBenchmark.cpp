@@ -64,17 +64,36 @@ QByteArray configuration(int precision)
            "<end><item out='M15*'/></end></polygone><root><item out='M0*'/></root></cutter>";
 }
 
-// The services of the host, with the configuration for so many decimals.
+// Records in columns, as for Eastman cutters.
+QByteArray columns()
+{
+    return "<cutter precision='3'><polygone>"
+           "<begin><item type='No.' out='PIECE %1' bWrap='1'/></begin>"
+           "<notch pathto='MOVE  %1%2' lineto0='NOTCH %1%2' bWrap='1'/>"
+           "<outline pathto='MOVE  %1%2' lineto0='CUT   %1%2' lineto='CUT   %1%2' bWrap='1'/>"
+           "</polygone></cutter>";
+}
+
+QByteArray penTexts()
+{
+    return "<cutter precision='0' x='* 100 / 2.54 + 0.5 long' y='* 100 / 2.54 + 0.5 long'>"
+           "<polygone><begin><item type='pieceinfo' out='D2*'>"
+           "<item type='info' out='X%1Y%2*' penup='D2*' pendown='D1*'/></item></begin>"
+           "</polygone></cutter>";
+}
+
+// The services of the host, with a configuration.
 class Host
 {
 public:
-    explicit Host(int precision)
+    explicit Host(const QByteArray &text)
         : m_application(std::make_unique<SilentUserInterface>(), QDir(m_plugins.path()))
     {
         QDir(m_plugins.path()).mkpath("io/CutFileConfig");
         QFile file(m_plugins.filePath("io/CutFileConfig/Bench.xml"));
         file.open(QIODevice::WriteOnly);
-        file.write(configuration(precision));
+        file.write(text);
+        QFile::copy(KIV_SOURCE_DIR "/io/KIVFNT.TBL", m_plugins.filePath("io/KIVFNT.TBL"));
     }
 
 private:
@@ -90,6 +109,17 @@ public:
     {
         documents.resize(1);
         documents[0].setContent(svg);
+    }
+};
+
+// Writes points as the format for Eastman cutters does.
+class BenchColumns : public BenchCutter
+{
+protected:
+    using BenchCutter::exportPoint;
+    void exportPoint(const GeoPoint2D &point, const QString &format, bool wrap) override
+    {
+        writePoint(point, format, wrap, precision + 7);
     }
 };
 
@@ -136,7 +166,7 @@ QByteArray written(BenchCutter &cutter)
 // Pieces, notch order, decimals.
 void BM_CutFile(benchmark::State &state)
 {
-    const Host host(static_cast<int>(state.range(2)));
+    const Host host(configuration(static_cast<int>(state.range(2))));
     CDbMarkerShareGlobales::instance()->setCutNotchOrder(static_cast<short>(state.range(1)));
     BenchCutter cutter;
     cutter.setDocument(document(static_cast<int>(state.range(0))));
@@ -149,6 +179,70 @@ void BM_CutFile(benchmark::State &state)
 BENCHMARK(BM_CutFile)
     ->ArgsProduct({{500, 1}, {NotchNone, NotchAfterOutline, NotchDuringOutline}, {0, 2, 4}})
     ->Unit(benchmark::kMillisecond);
+
+void BM_Columns(benchmark::State &state)
+{
+    const Host host(columns());
+    CDbMarkerShareGlobales::instance()->setCutNotchOrder(NotchNone);
+    BenchColumns cutter;
+    cutter.setDocument(document(500));
+    qint64 bytes = 0;
+    for (auto run : state) {
+        bytes += written(cutter).size();
+    }
+    state.SetBytesProcessed(bytes);
+}
+BENCHMARK(BM_Columns)->Unit(benchmark::kMillisecond);
+
+// The same bytes, from doubles into one buffer.
+void BM_ColumnsFloor(benchmark::State &state)
+{
+    constexpr int width = 10;
+    std::vector<double> values(2 * kPoints, 123.456);
+    qint64 bytes = 0;
+    for (auto run : state) {
+        std::string text;
+        text.reserve(kPoints * 28);
+        for (std::size_t i = 0; i < values.size(); i += 2) {
+            text += "CUT   ";
+            for (std::size_t k = i; k < i + 2; ++k) {
+                std::array<char, 32> digits{};
+                const auto end = std::to_chars(digits.data(), digits.data() + digits.size(),
+                    values[k], std::chars_format::fixed, 3)
+                                     .ptr;
+                const auto size = static_cast<std::size_t>(end - digits.data());
+                text.append(width - size, ' ').append(digits.data(), size);
+            }
+            text += "\r\n";
+        }
+        benchmark::DoNotOptimize(text);
+        bytes += static_cast<qint64>(text.size());
+    }
+    state.SetBytesProcessed(bytes);
+}
+BENCHMARK(BM_ColumnsFloor)->Unit(benchmark::kMillisecond);
+
+// Pieces with four lines of text each.
+void BM_PenTexts(benchmark::State &state)
+{
+    const Host host(penTexts());
+    QByteArray svg = "<svg>";
+    for (int piece = 0; piece < state.range(0); ++piece) {
+        svg += "<object>";
+        for (const char *line : {"M A/A Sleeve", "BASIC TEE 2026", "code 4711-08", "Jersey 2"}) {
+            svg += QByteArray("<text x='100' y='50' fontSize='18' angle='0'>") + line + "</text>";
+        }
+        svg += "</object>";
+    }
+    BenchCutter cutter;
+    cutter.setDocument(svg + "</svg>");
+    qint64 bytes = 0;
+    for (auto run : state) {
+        bytes += written(cutter).size();
+    }
+    state.SetBytesProcessed(bytes);
+}
+BENCHMARK(BM_PenTexts)->Arg(200)->Arg(2000)->Unit(benchmark::kMillisecond);
 
 // A stretch of text and the number behind it.
 struct Token
@@ -177,7 +271,7 @@ void BM_CutFileFloor(benchmark::State &state)
 {
     const int precision = static_cast<int>(state.range(0));
     const bool isWhole = state.range(1) != 0;
-    const Host host(precision);
+    const Host host(configuration(precision));
     CDbMarkerShareGlobales::instance()->setCutNotchOrder(NotchNone);
     BenchCutter cutter;
     cutter.setDocument(document(500));

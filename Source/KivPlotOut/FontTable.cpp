@@ -244,7 +244,11 @@ FontTable::Polylines FontTable::charToPolylines(QChar c, double height, double *
     const bool isHalf = isHalfWidth(c);
     const QPointF middle(isHalf ? 75 : 50, 50);
     *advance = isHalf ? height * 0.5 : height;
-    Polylines polylines = parseGlyphData(readGlyphData(c.unicode()));
+    Polylines polylines = m_glyphs.value(c.unicode());
+    if (polylines.isEmpty()) { // a failure is told each time
+        polylines = parseGlyphData(readGlyphData(c.unicode()));
+        m_glyphs.insert(c.unicode(), polylines);
+    }
     for (QListEx<QPointF> &polyline : polylines) {
         for (QPointF &point : polyline) {
             point = (point - middle) * height / em;

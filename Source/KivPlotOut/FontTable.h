@@ -21,6 +21,7 @@
 #ifndef KIVPLOTOUT_FONTTABLE_H
 #define KIVPLOTOUT_FONTTABLE_H
 
+#include <QHash>
 #include <QList>
 #include <QPointF>
 #include <QString>
@@ -43,7 +44,7 @@ public:
     using QList<T>::QList;
 };
 
-/// Keeps the file open. Every glyph is read anew; use an object in one thread only.
+/// Keeps the file open, and the letters that it has drawn; use an object in one thread only.
 class FontTable
 {
 public:
@@ -83,6 +84,8 @@ private:
     bool readBytes(char *bytes, qint64 size);
     bool findGlyph(unsigned short code, qint64 count, qint64 &found);
     void logFailure(const QString &message) const;
+
+    QHash<unsigned short, Polylines> m_glyphs; // in font units
 };
 
 } // namespace KivSystem
