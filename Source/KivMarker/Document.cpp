@@ -35,8 +35,8 @@ QVector<QDomDocument> DocumentMak::toSVG(const SvgOptions &options, short fabric
     const bool all = fabric == 0;
     const auto told = static_cast<std::ptrdiff_t>(m_cutMessages.size());
     QVector<QDomDocument> documents;
-    for (short index = 0; index < m_drawing->getFabricsQty(); ++index) {
-        const CDbFabricObject &found = *m_drawing->getFabric(index);
+    for (int index = 0; index < m_drawing->getFabricsQty(); ++index) {
+        const CDbFabricObject &found = *m_drawing->getFabric(static_cast<short>(index));
         if (all ? found.fabricStatus == 1 : index + 1 == fabric) {
             documents += cutDocuments(*m_drawing, found, request, m_cutMessages);
         }

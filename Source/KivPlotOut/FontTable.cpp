@@ -80,6 +80,18 @@ bool appendCurve(const QByteArray &data, int i, QListEx<QPointF> &line)
     return true;
 }
 
+bool hasCurve(const QByteArray &glyph)
+{
+    constexpr char curve = 2;
+    constexpr int bytesOfStep = 3;
+    for (int i = 1; i < glyph.size(); i += bytesOfStep) {
+        if (glyph.at(i) == curve) {
+            return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 FontTable::FontTable(const QString &name) : fileName(name)
@@ -245,9 +257,13 @@ FontTable::Polylines FontTable::charToPolylines(QChar c, double height, double *
     const QPointF middle(isHalf ? 75 : 50, 50);
     *advance = isHalf ? height * 0.5 : height;
     Polylines polylines = m_glyphs.value(c.unicode());
-    if (polylines.isEmpty()) { // a failure is told each time
-        polylines = parseGlyphData(readGlyphData(c.unicode()));
-        m_glyphs.insert(c.unicode(), polylines);
+    if (polylines.isEmpty()) {
+        const QByteArray data = readGlyphData(c.unicode());
+        polylines = parseGlyphData(data);
+        // What can fail as it is read or parsed is not kept: a failure is told each time.
+        if (!hasCurve(data)) {
+            m_glyphs.insert(c.unicode(), polylines);
+        }
     }
     for (QListEx<QPointF> &polyline : polylines) {
         for (QPointF &point : polyline) {

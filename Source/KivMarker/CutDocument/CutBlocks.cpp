@@ -16,6 +16,7 @@ namespace {
 std::vector<Contour> contoursOf(const std::vector<LaidPiece> &pieces)
 {
     std::vector<Contour> contours;
+    contours.reserve(pieces.size());
     for (const LaidPiece &piece : pieces) {
         contours.push_back(piece.contour());
     }

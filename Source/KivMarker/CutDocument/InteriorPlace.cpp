@@ -313,7 +313,8 @@ void PlaceSearch::subdivide()
     const int columns = static_cast<int>(std::ceil(width / side));
     const int rows = static_cast<int>(std::ceil(height / side));
     for (int i = 0; i < columns * rows; ++i) {
-        addCell(m_box.left + (i % columns + 0.5) * side, m_box.bottom + (i / columns + 0.5) * side,
+        const int row = i / columns;
+        addCell(m_box.left + (i % columns + 0.5) * side, m_box.bottom + (row + 0.5) * side,
             side / 2, all, false);
     }
     for (int cells = 0; cells < cellLimit && !m_queue.empty(); cells += 4) {
