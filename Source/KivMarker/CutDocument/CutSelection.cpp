@@ -42,8 +42,10 @@ std::vector<SelectedBlock> selectBlocks(
         }
         const GeoRectangle cloth(start, start + length, 0, fabric.getFabricLayerWidth(layer));
         for (const auto &group : fabric.findLayer(layer)->groups) {
-            SelectedBlock block{
-                laidPieces(*group, start), cloth, next != laid.end() ? next->start : none};
+            SelectedBlock block;
+            block.pieces = laidPieces(*group, start);
+            block.cloth = cloth;
+            block.nextLayer = next != laid.end() ? next->start : none;
             if (!block.pieces.empty()) {
                 blocks.push_back(std::move(block));
             }
