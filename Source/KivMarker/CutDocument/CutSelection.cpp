@@ -27,7 +27,7 @@ std::vector<LaidPiece> laidPieces(const CDbGrPolysObject &group, double offset)
 std::vector<SelectedBlock> selectBlocks(
     const CDbMarkerDrawing &drawing, const CDbFabricObject &fabric)
 {
-    constexpr double none = std::numeric_limits<double>::infinity();
+    const double none = std::numeric_limits<double>::infinity();
     const std::vector<LaidLayer> laid = drawing.laidLayers(&fabric);
     auto next = laid.begin(); // the next layer that occupies cloth
     std::vector<SelectedBlock> blocks;
