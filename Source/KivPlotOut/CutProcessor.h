@@ -63,7 +63,7 @@ public:
     virtual bool applyOptionChanges();
 
 protected:
-    /// What is asked of the marker. A drawing that is trimmed for a Zentrim cutter makes the caller
+    /// What is asked of the marker. The drawing optimised in the Zentrim view makes the caller
     /// CallerZentrim for good.
     virtual const SvgOptions &getSvgOpt(const DocumentMak &doc);
     virtual int getNotchOrder();    ///< a NotchOrder

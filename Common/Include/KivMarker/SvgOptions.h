@@ -26,9 +26,10 @@ public:
     /// Who asks for the document.
     enum SvgCaller : int
     {
-        CallerDefault = 1,
-        CallerExport = 2,
-        CallerZentrim = 3, ///< an export of a drawing whose trimming for a Zentrim cutter is on
+        CallerDefault = 1, ///< nobody in particular: pieces in the order of the marker
+        CallerExport = 2,  ///< an export: the order is shortened
+        CallerZentrim =
+            3, ///< one of the drawing that is optimised in the Zentrim view: starts, too
     };
 
     /// An ExportType; the exporters pass the number of their format.

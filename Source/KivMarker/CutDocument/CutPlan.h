@@ -2,17 +2,17 @@
 // this order:
 //
 //     CutSelection    the placed groups of a fabric, layers one behind the other
-//     CutRange        nothing lies outside of the fabric
 //     CutShapes       groups become objects: outlines, internal lines, holes
 //       CutNotches    notches become paths that start on a vertex of their outline
 //       CutCorners    sharp corners
 //       CutReduction  points that may be left out, intermediate points
-//     CutBlocks       outlines of blocks, documents of their own
 //     CutHoles        holes outside of the pieces
+//     CutRange        nothing lies outside of the fabric
+//     CutBlocks       outlines of blocks, documents of their own
+//     CutWaste        cuts that chop the waste
 //     CutInformation  labels, piece information, speed
 //     CutFrames       frames of the conveyor
 //     CutOrder        the order of the cuts
-//     CutWaste        cuts that chop the waste
 //     CutWriter       the XML document
 //
 // Coordinates are centimetres of the fabric: x along the length over all layers, y across.
