@@ -61,17 +61,6 @@ Region regionOf(const Paths &paths)
     return region;
 }
 
-// No point that is left out lies further from the contour than the tolerance.
-Contour simplified(const Contour &contour, double tolerance)
-{
-    boost::geometry::model::ring<GeoPoint2D> ring(contour.begin(), contour.end());
-    ring.push_back(contour.front());
-    boost::geometry::model::ring<GeoPoint2D> result;
-    boost::geometry::simplify(ring, result, tolerance);
-    constexpr std::size_t closedTriangle = 4;
-    return result.size() >= closedTriangle ? Contour(result.begin(), result.end() - 1) : contour;
-}
-
 Paths combined(const Paths &subject, const Paths &clip, ClipperLib::ClipType type)
 {
     Clipper clipper;
@@ -82,7 +71,101 @@ Paths combined(const Paths &subject, const Paths &clip, ClipperLib::ClipType typ
     return result;
 }
 
+Paths offset(const Paths &paths, double distance)
+{
+    constexpr double miterLimit = 3;
+    ClipperLib::ClipperOffset offsetter(miterLimit);
+    offsetter.AddPaths(paths, ClipperLib::jtMiter, ClipperLib::etClosedPolygon);
+    Paths result;
+    offsetter.Execute(result, distance / kClippingUnit);
+    return result;
+}
+
+// Gives each corner that came through the clipping, or was moved by no more than the tolerance, its
+// given coordinates again.
+class CornerMemory
+{
+public:
+    CornerMemory(const std::vector<Contour> &outlines, double tolerance) : m_tolerance(tolerance)
+    {
+        for (const Contour &outline : outlines) {
+            m_corners.insert(m_corners.end(), outline.begin(), outline.end());
+        }
+        std::sort(m_corners.begin(), m_corners.end(),
+            [](const GeoPoint2D &a, const GeoPoint2D &b) { return a.x < b.x; });
+    }
+
+    void restore(Contour &contour) const
+    {
+        for (GeoPoint2D &point : contour) {
+            double nearest = m_tolerance;
+            const double x = point.x;
+            const double y = point.y;
+            auto corner = std::lower_bound(m_corners.begin(), m_corners.end(), x - m_tolerance,
+                [](const GeoPoint2D &a, double value) { return a.x < value; });
+            for (; corner != m_corners.end() && corner->x <= x + m_tolerance; ++corner) {
+                const double distance = std::hypot(corner->x - x, corner->y - y);
+                if (distance <= nearest) {
+                    nearest = distance;
+                    point = *corner;
+                }
+            }
+        }
+    }
+
+private:
+    double m_tolerance;
+    std::vector<GeoPoint2D> m_corners;
+};
+
+double areaOf(const Paths &paths)
+{
+    double area = 0;
+    for (const Path &path : paths) {
+        area += ClipperLib::Area(path);
+    }
+    return area * kClippingUnit * kClippingUnit;
+}
+
 } // namespace
+
+Contour simplified(const Contour &outline, double tolerance)
+{
+    boost::geometry::model::ring<GeoPoint2D> ring(outline.begin(), outline.end());
+    ring.push_back(outline.front());
+    boost::geometry::model::ring<GeoPoint2D> result;
+    boost::geometry::simplify(ring, result, tolerance);
+    constexpr std::size_t closedTriangle = 4;
+    return result.size() >= closedTriangle ? Contour(result.begin(), result.end() - 1) : outline;
+}
+
+Region joined(const std::vector<Contour> &outlines, double tolerance)
+{
+    Paths paths = combined(toPaths(outlines), {}, ClipperLib::ctUnion);
+    Region region = regionOf(paths);
+    const bool apart = region.outer.size() > 1 && tolerance > 0;
+    if (apart) {
+        // Widened by half the tolerance they meet, and made narrower again they stay together.
+        region = regionOf(offset(offset(paths, tolerance / 2), -tolerance / 2));
+    }
+    constexpr double miterReach = 3; // a sharp corner moves by up to so many times the offset
+    const double rounding = 2 * kClippingUnit;
+    const CornerMemory memory(outlines, apart ? miterReach * tolerance : rounding);
+    std::for_each(region.outer.begin(), region.outer.end(),
+        [&memory](Contour &contour) { memory.restore(contour); });
+    return region;
+}
+
+Contour widened(const Contour &outline, double distance)
+{
+    const Region region = regionOf(offset({toPath(outline)}, distance));
+    return region.outer.empty() ? outline : region.outer.front();
+}
+
+double differenceArea(const Contour &left, const Contour &right)
+{
+    return areaOf(combined({toPath(left)}, {toPath(right)}, ClipperLib::ctXor));
+}
 
 std::vector<Contour> widenedUnion(const std::vector<Contour> &outlines, double gapX, double gapY)
 {

@@ -5,6 +5,7 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace KivSystem {
@@ -84,6 +85,31 @@ CDbStyleSizeObjectTable *CDbMarkerDrawing::findSizesList(
         return nullptr;
     }
     return found->findStyleSizeObjectTable(fabric, error);
+}
+
+void CDbMarkerDrawing::getPieceSizeContourList(const CDbPieceObject *piece, short size,
+    short *error, const CDbVectorsObjectTable **contour, bool *isCurved) const
+{
+    *contour = nullptr;
+    if (piece == nullptr || size < 1 || size > piece->getNumberOfSizes()) {
+        setErrorCode(error, piece == nullptr ? k_error_missing : k_error_index);
+        return;
+    }
+    setErrorCode(error, k_no_error);
+    *contour = &piece->getPieceSize(size).shape.contour;
+    if (isCurved != nullptr) {
+        *isCurved = std::any_of((*contour)->begin(), (*contour)->end(),
+            [](const CDbMarkerPointObject &point) { return point.pointType == CurvePoint; });
+    }
+}
+
+void CDbMarkerDrawing::getLinksListOfPiecesInFabricStyle(
+    short fabric, short style, CDbTwainLinkPiecesObjectTable **links) const
+{
+    static CDbTwainLinkPiecesObjectTable none;
+    CDbFabricObject *found = getFabric(static_cast<short>(fabric - 1));
+    CDbTwainLinkPiecesObjectTable *table = found != nullptr ? found->findLinks(style) : nullptr;
+    *links = table != nullptr ? table : &none;
 }
 
 qint64 CDbMarkerDrawing::garmentsInLayer(const CDbFabricObject *fabric, short layer) const

@@ -5,6 +5,7 @@
 #include "KivMarker/Polygon.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <stdexcept>
 
@@ -59,6 +60,11 @@ void CDbFabricObject::setGaps(double x, double y)
 {
     m_gapX = x;
     m_gapY = y;
+}
+
+double CDbFabricObject::getMaxGapInFabric() const
+{
+    return std::max(std::abs(m_gapX), std::abs(m_gapY));
 }
 
 const FabricLayer *CDbFabricObject::findLayer(short layer) const
@@ -172,6 +178,7 @@ CDbPieceObject *CDbFabricObject::addPiece(std::unique_ptr<CDbPieceObject> piece)
     if (!m_pieces.empty()) {
         m_pieces.back()->m_next = piece.get();
     }
+    piece->m_fabric = this;
     m_pieces.push_back(std::move(piece));
     CDbPieceObject *added = m_pieces.back().get();
     const auto style = static_cast<std::size_t>(added->getStyleNo());
@@ -208,6 +215,60 @@ CDbGrPolysObject *CDbFabricObject::layerNextGrPolys(short layer, short *error) c
     return found->groups[++found->walkPosition].get();
 }
 
+const CDbGrPolysObjectList *CDbFabricObject::getPlaceGroupList(t_1_Based layer) const
+{
+    const FabricLayer *found = findLayer(layer.ValidIndex());
+    return found != nullptr && !found->groupList.isEmpty() ? &found->groupList : nullptr;
+}
+
+const CDbGrPolysObjectList *CDbFabricObject::listOfGroup(const CDbGrPolysObject *group) const
+{
+    const auto found = std::find_if(m_layers.begin(), m_layers.end(), [group](const auto &layer) {
+        return layer.groupList.contains(const_cast<CDbGrPolysObject *>(group));
+    });
+    return found != m_layers.end() ? &found->groupList : nullptr;
+}
+
+const CDbLineObjectList *CDbFabricObject::getHorLines(t_1_Based layer) const
+{
+    const FabricLayer *found = findLayer(layer.ValidIndex());
+    return found != nullptr ? &found->horizontalLines : nullptr;
+}
+
+const CDbLineObjectList *CDbFabricObject::getVerLines(t_1_Based layer) const
+{
+    const FabricLayer *found = findLayer(layer.ValidIndex());
+    return found != nullptr ? &found->verticalLines : nullptr;
+}
+
+CDbTwainLinkPiecesObjectTable *CDbFabricObject::findLinks(short style)
+{
+    const auto found = m_links.find(style);
+    return found != m_links.end() ? &found->second : nullptr;
+}
+
+void CDbFabricObject::addLink(const TwainLink &link)
+{
+    for (const TiedPoint &tied : {link.first, link.second}) {
+        const CDbPieceObject *piece = findPieceAccordingIndex(tied.piece, nullptr);
+        for (int size = 1; piece != nullptr && size <= piece->getNumberOfSizes(); ++size) {
+            const PieceShape &shape = piece->getPieceSize(static_cast<short>(size)).shape;
+            if (tied.point < 1 ||
+                tied.point > (tied.internal ? shape.internalPoints : shape.contour).size()) {
+                throw std::out_of_range("the piece has no such point in each size");
+            }
+        }
+        if (piece == nullptr) {
+            throw std::out_of_range("the fabric has no such piece");
+        }
+    }
+    const short style = findPieceAccordingIndex(link.first.piece, nullptr)->getStyleNo();
+    if (findPieceAccordingIndex(link.second.piece, nullptr)->getStyleNo() != style) {
+        throw std::out_of_range("the pieces are of different styles");
+    }
+    m_links[style].addLink(link);
+}
+
 CDbGrPolysObject *CDbFabricObject::addGroup(short layer, std::unique_ptr<CDbGrPolysObject> group)
 {
     FabricLayer *found = findLayer(layer);
@@ -217,10 +278,12 @@ CDbGrPolysObject *CDbFabricObject::addGroup(short layer, std::unique_ptr<CDbGrPo
     for (CDbPolygon *polygon = group->firstPolygon; polygon != nullptr;
          polygon = polygon->nextPolygon) {
         if (CDbPieceObject *piece = findPieceAccordingIndex(polygon->pieceIndex, nullptr)) {
-            piece->changeTaken(ChartKey{polygon->pieceSize(), layer, polygon->isLeft()}, 1);
             polygon->sizeNumber = piece->getPieceSize(polygon->pieceSize()).sizeNumber;
+            CDbPieceObject::modifyPolyInTableData(
+                m_drawing, polygon, layer, this, -1, nullptr, true);
         }
     }
+    found->groupList.append(group.get());
     found->groups.push_back(std::move(group));
     return found->groups.back().get();
 }

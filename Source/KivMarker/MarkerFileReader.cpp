@@ -3,6 +3,7 @@
 #include "JsonNode.h"
 #include "KivMarker/Drawing.h"
 #include "KivMarker/Polygon.h"
+#include "KivMarker/Symbols.h"
 #include "MarkerFileShapes.h"
 #include "MarkerFileWords.h"
 
@@ -13,7 +14,10 @@ namespace KivSystem {
 namespace {
 
 constexpr int kFullTurn = 360;
-constexpr int kLastBallot = 0xFF; // a ballot is printed as one 8-bit character
+constexpr double kSmallestScale = 0.1; // of a piece against its shrinkage
+constexpr double kLargestScale = 10;
+constexpr double kBlockTolerance = 0.0001; // cm between polygons that touch
+constexpr int kLastBallot = 0xFF;          // a ballot is printed as one 8-bit character
 
 // Calls `read` for each item of an array member that may be missing.
 template <class Reader>
@@ -214,11 +218,42 @@ void readChartEntry(const JsonNode &node, int layers, CDbPieceObject &piece,
     piece.setOrderedQuantity(key, static_cast<short>(node.integer("right", 0, most, 0)));
 }
 
+// The turn, the mirror image and the scale of a placement.
+Placement readTurn(const JsonNode &node, bool mirrored)
+{
+    Placement placement;
+    placement.rotation = node.number("rotation", -kFullTurn, kFullTurn, 0.0);
+    placement.mirrored = node.boolean("mirrored", mirrored);
+    placement.scaleX = node.number("scaleX", kSmallestScale, kLargestScale, 1.0);
+    placement.scaleY = node.number("scaleY", kSmallestScale, kLargestScale, 1.0);
+    return placement;
+}
+
+Placement readPlacement(const JsonNode &node, bool left)
+{
+    Placement placement = readTurn(node, !left);
+    placement.x = node.number("x", -kMaxCoordinate, kMaxCoordinate, 0.0);
+    placement.y = node.number("y", -kMaxCoordinate, kMaxCoordinate, 0.0);
+    return placement;
+}
+
+// Names of instances are made of a piece's name and this symbol.
+QString readPieceName(const JsonNode &node)
+{
+    const QString name = node.line("name");
+    const QLatin1Char symbol(CMarkerSymbols().instanceSymbol);
+    if (name.contains(symbol)) {
+        node.member("name").failType(QStringLiteral("a name without the character %1").arg(symbol));
+    }
+    return name;
+}
+
 void readPiece(const JsonNode &node, const CDbMarkerDrawing &drawing, CDbFabricObject &fabric)
 {
-    node.allow({"name", "style", "single", "quantity", "pattern", "description", "code",
-        "codeReference", "fabric", "identification", "rules", "sizes", "chart"});
-    const QString name = node.line("name");
+    node.allow(
+        {"name", "style", "single", "quantity", "pattern", "description", "code", "codeReference",
+            "fabric", "identification", "cutDown", "transform", "rules", "sizes", "chart"});
+    const QString name = readPieceName(node);
     const auto style =
         static_cast<short>(node.integer("style", 1, static_cast<int>(drawing.stylesList.size())));
     auto piece = std::make_unique<CDbPieceObject>(name, style);
@@ -226,6 +261,12 @@ void readPiece(const JsonNode &node, const CDbMarkerDrawing &drawing, CDbFabricO
     piece->setQuantity(static_cast<short>(node.integer("quantity", 1, kMaxCount, 1)));
     for (const auto &text : kPieceTextWords) {
         piece->pieceData.*text.value = node.line(text.word, QString());
+    }
+    piece->setTwoPieceCutDown(wordMember(node, "cutDown", kCutDownWords));
+    if (node.has("transform")) {
+        const JsonNode transform = node.member("transform");
+        transform.allow({"rotation", "mirrored", "scaleX", "scaleY"});
+        piece->setChartTransformation(readTurn(transform, false));
     }
     if (node.has("rules")) {
         const JsonNode rules = node.member("rules");
@@ -252,20 +293,23 @@ short readBallot(const JsonNode &node)
     return static_cast<short>(ballot.at(0).unicode());
 }
 
-Placement readPlacement(const JsonNode &node, bool left)
+std::unique_ptr<CDbPolygon> readCutDownPartner(
+    const JsonNode &node, const CDbPieceObject &piece, const CDbPolygon &polygon)
 {
-    Placement placement;
-    placement.x = node.number("x", -kMaxCoordinate, kMaxCoordinate, 0.0);
-    placement.y = node.number("y", -kMaxCoordinate, kMaxCoordinate, 0.0);
-    placement.rotation = node.number("rotation", -kFullTurn, kFullTurn, 0.0);
-    placement.mirrored = node.boolean("mirrored", !left);
-    return placement;
+    node.allow({"x", "y", "rotation", "mirrored", "scaleX", "scaleY", "blocked"});
+    auto partner =
+        std::make_unique<CDbPolygon>(polygon.pieceIndex, polygon.pieceSize(), polygon.isLeft());
+    partner->sizeNumber = piece.getPieceSize(polygon.pieceSize()).sizeNumber;
+    partner->colorIndex = polygon.colorIndex;
+    partner->blockingPolygon = node.boolean("blocked", false);
+    partner->place(piece.getPieceSize(polygon.pieceSize()), readPlacement(node, polygon.isLeft()));
+    return partner;
 }
 
 std::unique_ptr<CDbPolygon> readPolygon(const JsonNode &node, const CDbFabricObject &fabric)
 {
-    node.allow({"piece", "size", "side", "x", "y", "rotation", "mirrored", "ballot", "pairedBallot",
-        "folded", "color", "shape", "texts"});
+    node.allow({"piece", "size", "side", "x", "y", "rotation", "mirrored", "scaleX", "scaleY",
+        "ballot", "pairedBallot", "folded", "color", "shape", "cutDown", "texts"});
     const auto pieceNumber = static_cast<short>(node.integer("piece", 1, fabric.pieceCount()));
     const CDbPieceObject *piece = fabric.findPieceAccordingIndex(pieceNumber, nullptr);
     const auto size = static_cast<short>(node.integer("size", 1, piece->getNumberOfSizes()));
@@ -287,6 +331,10 @@ std::unique_ptr<CDbPolygon> readPolygon(const JsonNode &node, const CDbFabricObj
             QStringLiteral("the half that lies on the folded cloth"));
     } else {
         polygon->place(piece->getPieceSize(size), placement);
+    }
+    if (node.has("cutDown")) {
+        const JsonNode partner = node.member("cutDown");
+        polygon->setCutDownPolygon(readCutDownPartner(partner, *piece, *polygon));
     }
     return polygon;
 }
@@ -311,9 +359,18 @@ void checkChart(const JsonNode &node, const CDbFabricObject &fabric, const CDbPo
     }
 }
 
+void blockGroup(const JsonNode &node, CDbGrPolysObject &group)
+{
+    group.fusion(false, 0, true, kBlockTolerance, 0, 0, 0, nullptr);
+    if (!group.hasMultiPolygon() || !group.isAllPolysInFusion()) {
+        node.fail(QStringLiteral("the polygons of a blocked group do not join"),
+            QStringLiteral("two or more that touch"));
+    }
+}
+
 void readGroup(const JsonNode &node, CDbFabricObject &fabric, short layer)
 {
-    node.allow({"place", "polygons", "texts"});
+    node.allow({"place", "blocked", "master", "polygons", "texts"});
     auto group = std::make_unique<CDbGrPolysObject>(wordMember(node, "place", kPlaceWords));
     group->texts = readTexts(node, "texts");
     const JsonNode polygons = node.member("polygons");
@@ -325,7 +382,61 @@ void readGroup(const JsonNode &node, CDbFabricObject &fabric, short layer)
         checkChart(entry, fabric, *polygon, layer, inGroup);
         group->addPolygon(std::move(polygon));
     }
+    if (node.boolean("blocked", false)) {
+        blockGroup(node, *group);
+    }
     fabric.addGroup(layer, std::move(group));
+}
+
+// A group may name one that comes after it: masters are read when all groups are there.
+void readMasters(const JsonNode &layer, const CDbGrPolysObjectList &groups)
+{
+    const auto masterOf = [&layer](int index) {
+        const JsonNode list = layer.member("groups");
+        const JsonNode group = list.item(index);
+        return group.integer("master", 1, list.count(0, kMaxCount), 0);
+    };
+    for (int index = 0; index < groups.size(); ++index) {
+        const int master = masterOf(index);
+        groups[index]->masterGroup = static_cast<short>(master);
+        if (master != 0 && (master == index + 1 || masterOf(master - 1) != 0)) {
+            const JsonNode list = layer.member("groups");
+            const JsonNode group = list.item(index);
+            group.member("master").failType(
+                QStringLiteral("the number of another group that has no master itself"));
+        }
+    }
+}
+
+TiedPoint readTiedPoint(const JsonNode &node, const CDbFabricObject &fabric)
+{
+    node.allow({"piece", "point", "internal"});
+    TiedPoint tied;
+    tied.piece = static_cast<short>(node.integer("piece", 1, fabric.pieceCount()));
+    tied.internal = node.boolean("internal", false);
+    const CDbPieceObject *piece = fabric.findPieceAccordingIndex(tied.piece, nullptr);
+    int points = kMaxCount;
+    for (int size = 1; size <= piece->getNumberOfSizes(); ++size) {
+        const PieceShape &shape = piece->getPieceSize(static_cast<short>(size)).shape;
+        points = qMin(points, (tied.internal ? shape.internalPoints : shape.contour).size());
+    }
+    tied.point = node.integer("point", 1, points);
+    return tied;
+}
+
+void readLink(const JsonNode &node, CDbFabricObject &fabric)
+{
+    node.allow({"first", "second"});
+    const JsonNode first = node.member("first");
+    const JsonNode second = node.member("second");
+    const TwainLink link{readTiedPoint(first, fabric), readTiedPoint(second, fabric)};
+    const CDbPieceObject *piece = fabric.findPieceAccordingIndex(link.first.piece, nullptr);
+    const CDbPieceObject *partner = fabric.findPieceAccordingIndex(link.second.piece, nullptr);
+    if (piece->getStyleNo() != partner->getStyleNo()) {
+        node.fail(QStringLiteral("the linked pieces are of different styles"),
+            QStringLiteral("two pieces of one style"));
+    }
+    fabric.addLink(link);
 }
 
 void readFabricLayer(const JsonNode &node, CDbFabricObject &fabric, short number)
@@ -340,16 +451,17 @@ void readFabricLayer(const JsonNode &node, CDbFabricObject &fabric, short number
     layer->verticalLines = readLines(node, "verticalLines");
     layer->texts = readTexts(node, "texts");
     forEachItem(node, "groups", [&](const JsonNode &group) { readGroup(group, fabric, number); });
+    readMasters(node, layer->groupList);
 }
 
 void readFabric(const JsonNode &node, const CDbMarkerDrawing &drawing, CDbFabricObject &fabric)
 {
     node.allow({"name", "status", "type", "oneWay", "hybrid", "foldAnyPiece", "edgeGap", "gapX",
-        "gapY", "rules", "plaid", "layers", "pieces"});
+        "gapY", "rules", "plaid", "layers", "pieces", "links"});
     readFabricRules(node, fabric);
     forEachItem(node, "pieces", [&](const JsonNode &piece) { readPiece(piece, drawing, fabric); });
+    forEachItem(node, "links", [&](const JsonNode &link) { readLink(link, fabric); });
     const JsonNode layers = node.member("layers");
-
     for (int index = 0; index < fabric.layerCount(); ++index) {
         readFabricLayer(layers.item(index), fabric, static_cast<short>(index + 1));
     }

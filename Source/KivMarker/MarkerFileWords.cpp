@@ -42,6 +42,12 @@ const std::array<Word<bool>, 2> kSideWords{{
     {false, "right"},
 }};
 
+const std::array<Word<CutDownKind>, 3> kCutDownWords{{
+    {NotCutDown, "none"},
+    {MirroredPartner, "mirrored"},
+    {TurnedPartner, "turned"},
+}};
+
 const std::array<Word<float PunchFeature::*>, 16> kPunchSizeWords{{
     {&PunchFeature::punchBarLeft, "barLeft"},
     {&PunchFeature::punchBarRight, "barRight"},

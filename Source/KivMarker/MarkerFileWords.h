@@ -38,6 +38,7 @@ extern const std::array<Word<InternalLine::Kind>, 3> kLineKindWords;
 extern const std::array<Word<Qt::AlignmentFlag>, 3> kAlignmentWords;
 extern const std::array<Word<GroupPlace>, 2> kPlaceWords;
 extern const std::array<Word<bool>, 2> kSideWords; // true is left
+extern const std::array<Word<CutDownKind>, 3> kCutDownWords;
 extern const std::array<Word<float PunchFeature::*>, 16> kPunchSizeWords;
 extern const std::array<Word<QString PieceData::*>, 6> kPieceTextWords;
 

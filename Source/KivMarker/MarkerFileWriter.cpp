@@ -33,9 +33,9 @@ void addInteger(JsonTree &object, const char *key, qint64 value, qint64 fallback
     }
 }
 
-void addNumber(JsonTree &object, const char *key, double value)
+void addNumber(JsonTree &object, const char *key, double value, double fallback = 0)
 {
-    if (value != 0) {
+    if (value != fallback) {
         object.add(key, JsonTree::number(value));
     }
 }
@@ -67,17 +67,28 @@ JsonTree writeSummary(const SummaryInfo &summary)
     return object;
 }
 
+void writeTurn(JsonTree &object, const Placement &placement, bool mirroredByDefault)
+{
+    addNumber(object, "rotation", placement.rotation);
+    addFlag(object, "mirrored", placement.mirrored, mirroredByDefault);
+    addNumber(object, "scaleX", placement.scaleX, 1);
+    addNumber(object, "scaleY", placement.scaleY, 1);
+}
+
+void writePlacement(JsonTree &object, const Placement &placement, bool left)
+{
+    addNumber(object, "x", placement.x);
+    addNumber(object, "y", placement.y);
+    writeTurn(object, placement, !left);
+}
+
 JsonTree writePolygon(const CDbPolygon &polygon)
 {
-    const Placement &placement = polygon.placement();
     JsonTree object = JsonTree::object();
     object.add("piece", JsonTree::integer(polygon.pieceIndex))
         .add("size", JsonTree::integer(polygon.pieceSize()));
     addWord(object, "side", polygon.isLeft(), kSideWords);
-    addNumber(object, "x", placement.x);
-    addNumber(object, "y", placement.y);
-    addNumber(object, "rotation", placement.rotation);
-    addFlag(object, "mirrored", placement.mirrored, !polygon.isLeft());
+    writePlacement(object, polygon.placement(), polygon.isLeft());
     if (polygon.ballotNumber != 0) {
         addText(object, "ballot", QString(QChar(static_cast<ushort>(polygon.ballotNumber))));
     }
@@ -89,6 +100,12 @@ JsonTree writePolygon(const CDbPolygon &polygon)
         writeShape(
             shape, *polygon.currentContour(), polygon.internalPoints, polygon.internalLines());
         object.add("shape", std::move(shape));
+    }
+    if (const CDbPolygon *partner = polygon.cutDownPolygon) {
+        JsonTree cutDown = JsonTree::object();
+        writePlacement(cutDown, partner->placement(), partner->isLeft());
+        addFlag(cutDown, "blocked", partner->blockingPolygon);
+        object.add("cutDown", std::move(cutDown));
     }
     writeTexts(object, "texts", polygon.polygonTexts);
     return object;
@@ -103,6 +120,8 @@ JsonTree writeGroup(const CDbGrPolysObject &group)
     }
     JsonTree object = JsonTree::object();
     addWord(object, "place", static_cast<GroupPlace>(group.groupPlace()), kPlaceWords);
+    addFlag(object, "blocked", group.blockingFusion != nullptr);
+    addInteger(object, "master", group.masterGroup, 0);
     object.add("polygons", std::move(polygons));
     writeTexts(object, "texts", group.texts);
     return object;
@@ -153,6 +172,10 @@ JsonTree writePiece(const CDbPieceObject &piece)
     for (const auto &text : kPieceTextWords) {
         addText(object, text.word, piece.pieceData.*text.value);
     }
+    addWord(object, "cutDown", static_cast<CutDownKind>(piece.getTwoPieceCutDown()), kCutDownWords);
+    JsonTree transform = JsonTree::object();
+    writeTurn(transform, piece.chartTransformation(), false);
+    addList(object, "transform", std::move(transform));
     if (piece.ownRules()) {
         object.add("rules", writeRules(*piece.ownRules()));
     }
@@ -182,6 +205,28 @@ JsonTree writePlaid(const CDbPlaidAndStripesInfo &plaid)
     return object;
 }
 
+JsonTree writeTiedPoint(const TiedPoint &tied)
+{
+    JsonTree object = JsonTree::object();
+    object.add("piece", JsonTree::integer(tied.piece)).add("point", JsonTree::integer(tied.point));
+    addFlag(object, "internal", tied.internal);
+    return object;
+}
+
+JsonTree writeLinks(const CDbFabricObject &fabric)
+{
+    JsonTree list = JsonTree::array();
+    for (const auto &[style, links] : fabric.links()) {
+        for (int position = 0; position < links.getTwainLinkPiecesCount(); ++position) {
+            const TwainLink &link = links.at(position);
+            list.append(JsonTree::object()
+                            .add("first", writeTiedPoint(link.first))
+                            .add("second", writeTiedPoint(link.second)));
+        }
+    }
+    return list;
+}
+
 JsonTree writeFabric(const CDbFabricObject &fabric)
 {
     JsonTree object = JsonTree::object();
@@ -207,6 +252,7 @@ JsonTree writeFabric(const CDbFabricObject &fabric)
         pieces.append(writePiece(*piece));
     }
     addList(object, "pieces", std::move(pieces));
+    addList(object, "links", writeLinks(fabric));
     return object;
 }
 

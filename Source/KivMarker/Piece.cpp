@@ -1,7 +1,8 @@
 #include "KivMarker/Piece.h"
 
+#include "KivMarker/Bundle.h"
+#include "KivMarker/Drawing.h"
 #include "KivMarker/ErrorCodes.h"
-#include "KivMarker/Style.h"
 
 #include <algorithm>
 
@@ -11,6 +12,28 @@ bool operator==(const PlacementRules &left, const PlacementRules &right)
 {
     return left.rotationStep == right.rotationStep && left.fineRotation == right.fineRotation &&
            left.flipX == right.flipX && left.flipY == right.flipY;
+}
+
+std::size_t BundleSlots::take()
+{
+    const std::size_t slot = m_lowestFree;
+    if (slot == m_taken.size()) {
+        m_taken.push_back(true);
+    } else {
+        m_taken[slot] = true;
+    }
+    while (m_lowestFree < m_taken.size() && m_taken[m_lowestFree]) {
+        ++m_lowestFree;
+    }
+    return slot;
+}
+
+void BundleSlots::release(std::size_t slot)
+{
+    if (slot < m_taken.size()) {
+        m_taken[slot] = false;
+        m_lowestFree = std::min(m_lowestFree, slot);
+    }
 }
 
 CDbPieceObject::CDbPieceObject(const QString &name, short style)
@@ -39,6 +62,35 @@ void CDbPieceObject::addSize(short number, PieceShape shape)
     size.sizeRect = shape.contour.boundingRect();
     size.shape = std::move(shape);
     m_sizes.push_back(std::move(size));
+}
+
+const PlacementRules &CDbPieceObject::rulesOn(const CDbFabricObject *fabric) const
+{
+    static const PlacementRules none;
+    if (m_rules) {
+        return *m_rules;
+    }
+    return fabric != nullptr ? fabric->rules : none;
+}
+
+short CDbPieceObject::rotationPermittedValue(const CDbFabricObject *fabric) const
+{
+    return rulesOn(fabric).rotationStep;
+}
+
+bool CDbPieceObject::permittedSymmetryX(const CDbFabricObject *fabric) const
+{
+    return rulesOn(fabric).flipX;
+}
+
+bool CDbPieceObject::permittedSymmetryY(const CDbFabricObject *fabric) const
+{
+    return rulesOn(fabric).flipY;
+}
+
+double CDbPieceObject::permittedFineRotationValue() const
+{
+    return rulesOn(m_fabric).fineRotation;
 }
 
 short CDbPieceObject::getQtyPieceSizeLayer(short size, bool left, short layer) const
@@ -74,6 +126,40 @@ void CDbPieceObject::changeTaken(const ChartKey &key, short change)
 {
     ChartQuantity &quantity = m_chart[key];
     quantity.taken = static_cast<short>(quantity.taken + change);
+}
+
+void CDbPieceObject::modifyPolyInTableData(CDbMarkerDrawing *drawing, CDbPolygon *polygon,
+    short layer, CDbFabricObject *fabric, short change, short *error, bool withBundle)
+{
+    CDbPieceObject *piece = polygon != nullptr && fabric != nullptr && fabric->drawing() == drawing
+                                ? fabric->findPieceAccordingIndex(polygon->pieceIndex, nullptr)
+                                : nullptr;
+    if (piece == nullptr) {
+        setErrorCode(error, k_error_missing);
+        return;
+    }
+    if (fabric->findLayer(layer) == nullptr) {
+        setErrorCode(error, k_error_index);
+        return;
+    }
+    setErrorCode(error, k_no_error);
+    const short size = polygon->pieceSize();
+    const bool left = polygon->isLeft();
+    piece->changeTaken(ChartKey{size, layer, left}, static_cast<short>(-change));
+    if (!withBundle) {
+        return;
+    }
+    if (change < 0) {
+        polygon->bundleSize = size;
+        polygon->bundleLeft = left;
+        CDBundleUtility::takeBundleIndex(
+            fabric, layer, piece, size, left, &polygon->bundleIndex, &polygon->bundleCopy, error);
+    } else {
+        CDBundleUtility::releaseBundleIndex(
+            fabric, layer, piece, size, left, polygon->bundleIndex, polygon->bundleCopy);
+        polygon->bundleIndex = 0;
+        polygon->bundleCopy = 0;
+    }
 }
 
 std::vector<std::pair<ChartKey, short>> CDbPieceObject::orderedQuantities() const

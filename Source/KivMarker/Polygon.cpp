@@ -1,16 +1,16 @@
 #include "KivMarker/Polygon.h"
 
+#include "Clipping.h"
+#include "KivMarker/ErrorCodes.h"
+#include "KivMarker/Fabric.h"
 #include "KivMarker/Text.h"
+
+#include <cmath>
 
 namespace KivSystem {
 namespace {
 
-GeoAffine linearPart(const GeoAffine &affine)
-{
-    return GeoAffine(affine.a(), affine.b(), affine.c(), affine.d(), 0, 0);
-}
-
-// A notch's vector and a punch's figure turn with the piece, as its points do.
+// A notch's vector and a punch's figure turn with the piece.
 void moveMarks(CDbMarkerPointObject &point, const GeoAffine &linear)
 {
     if (point.notchDx != 0.0F || point.notchDy != 0.0F) {
@@ -28,21 +28,52 @@ void moveMarks(CDbMarkerPointObject &point, const GeoAffine &linear)
     }
 }
 
-void moveTable(CDbVectorsObjectTable &table, const GeoAffine &affine)
+void moveTable(CDbVectorsObjectTable &table, const GeoAffine &affine, const GeoAffine &direction)
 {
     table.apply(affine);
-    const GeoAffine linear = linearPart(affine);
     for (CDbMarkerPointObject &point : table) {
-        moveMarks(point, linear);
+        moveMarks(point, direction);
     }
+}
+
+bool isCurvePoint(const CDbMarkerPointObject &point)
+{
+    return point.pointType == CurvePoint && !point.matchPoint;
+}
+
+// Whether no point between the two positions is further from their straight line than is flat.
+bool isFlat(const CDbVectorsObjectTable &contour, int from, int to)
+{
+    const GeoPoint2D &start = contour[from];
+    const GeoPoint2D &end = contour[to];
+    const double length = std::hypot(end.x - start.x, end.y - start.y);
+    for (int position = from + 1; position < to; ++position) {
+        const GeoPoint2D &point = contour[position];
+        const double along =
+            ((point.x - start.x) * (end.x - start.x) + (point.y - start.y) * (end.y - start.y)) /
+            length;
+        const double across =
+            ((end.x - start.x) * (point.y - start.y) - (end.y - start.y) * (point.x - start.x)) /
+            length;
+        if (!(std::abs(across) <= kCurveFlatness && along >= 0 && along <= length)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 } // namespace
 
+GeoAffine Placement::direction() const
+{
+    const GeoAffine turned = GeoAffine::rotation(rotation);
+    return mirrored ? turned.multiplied(GeoAffine::mirrorX()) : turned;
+}
+
 GeoAffine Placement::affine() const
 {
-    const GeoAffine turned = GeoAffine::translation(x, y).multiplied(GeoAffine::rotation(rotation));
-    return mirrored ? turned.multiplied(GeoAffine::mirrorX()) : turned;
+    const GeoAffine moved = GeoAffine::translation(x, y).multiplied(direction());
+    return isScaled() ? moved.multiplied(GeoAffine::scaling(scaleX, scaleY)) : moved;
 }
 
 CDbPolygon::CDbPolygon(short piece, short size, bool left)
@@ -57,10 +88,11 @@ void CDbPolygon::place(const CDbPieceSizeObject &size, const Placement &placemen
 {
     PieceShape shape = size.shape;
     const GeoAffine affine = placement.affine();
-    moveTable(shape.contour, affine);
-    moveTable(shape.internalPoints, affine);
+    const GeoAffine direction = placement.direction();
+    moveTable(shape.contour, affine, direction);
+    moveTable(shape.internalPoints, affine, direction);
     for (InternalLine &line : shape.internalLines) {
-        moveTable(line.points, affine);
+        moveTable(line.points, affine, direction);
     }
     m_placement = placement;
     m_ownShape = false;
@@ -79,6 +111,87 @@ const CDbVectorsObjectTable *CDbPolygon::currentContour() const
     return contourList.empty() ? nullptr : contourList.back();
 }
 
+bool CDbPolygon::isBlockingPoly(const CDbPolygon *polygon)
+{
+    return polygon != nullptr && polygon->blockingPolygon;
+}
+
+double CDbPolygon::calculateAreaOfPoly(bool clothIsFolded)
+{
+    m_area = contourList.empty() ? 0 : contourList.front()->area();
+    return clothIsFolded && foldedPiece ? 2 * m_area : m_area;
+}
+
+void CDbPolygon::makeSymXOrYFromLeftPoly(const CDbFabricObject *fabric, short *error)
+{
+    Placement image = m_placement;
+    image.mirrored = !image.mirrored;
+    const std::optional<GeoAffine> back = m_placement.affine().inverted();
+    if (fabric == nullptr || contourList.empty() || !back) {
+        setErrorCode(error, k_error_missing);
+        return;
+    }
+    setErrorCode(error, k_no_error);
+    const GeoAffine affine = image.affine().multiplied(*back);
+    const GeoAffine direction = image.direction().multiplied(*m_placement.direction().inverted());
+    for (CDbVectorsObjectTable *contour : contourList) {
+        moveTable(*contour, affine, direction);
+    }
+    moveTable(internalPoints, affine, direction);
+    for (InternalLine &line : m_internalLines) {
+        moveTable(line.points, affine, direction);
+    }
+    m_placement = image;
+    polygonRect = contourList.front()->boundingRect();
+    if (m_cutDown != nullptr) {
+        m_cutDown->makeSymXOrYFromLeftPoly(fabric, nullptr);
+    }
+}
+
+void CDbPolygon::addSpacingContour(double width)
+{
+    const CDbVectorsObjectTable *cut = currentContour();
+    if (cut == nullptr || !(width > 0)) {
+        return;
+    }
+    auto spacing = std::make_unique<CDbVectorsObjectTable>();
+    for (const GeoPoint2D &point : widened(Contour(cut->begin(), cut->end()), width)) {
+        spacing->append(CDbMarkerPointObject(point.x, point.y));
+    }
+    contourList.push_back(spacing.get());
+    contourKinds.push_back(SpacingContour);
+    m_contours.push_back(std::move(spacing));
+}
+
+void CDbPolygon::thinCurves(double step)
+{
+    CDbVectorsObjectTable &contour = *m_contours.front();
+    CDbVectorsObjectTable kept;
+    kept.reserve(contour.size());
+    int lastKept = 0;
+    for (int position = 0; position < contour.size(); ++position) {
+        const CDbMarkerPointObject &point = contour[position];
+        const bool inner = position > 0 && position + 1 < contour.size() && isCurvePoint(point);
+        const GeoPoint2D &before = contour[lastKept];
+        if (inner && std::hypot(point.x - before.x, point.y - before.y) < step &&
+            isFlat(contour, lastKept, position + 1)) {
+            continue;
+        }
+        kept.append(point);
+        lastKept = position;
+    }
+    constexpr int triangle = 3;
+    if (kept.size() >= triangle) {
+        contour = std::move(kept);
+    }
+}
+
+void CDbPolygon::setCutDownPolygon(std::unique_ptr<CDbPolygon> partner)
+{
+    m_cutDown = std::move(partner);
+    cutDownPolygon = m_cutDown.get();
+}
+
 void CDbPolygon::setShape(PieceShape shape)
 {
     m_contours.clear();
@@ -89,23 +202,6 @@ void CDbPolygon::setShape(PieceShape shape)
     m_internalLines = std::move(shape.internalLines);
     polygonRect = currentContour()->boundingRect();
     m_area = currentContour()->area();
-}
-
-CDbGrPolysObject::CDbGrPolysObject() = default;
-
-CDbGrPolysObject::CDbGrPolysObject(GroupPlace place) : m_place(place) {}
-
-CDbGrPolysObject::~CDbGrPolysObject() = default;
-
-void CDbGrPolysObject::addPolygon(std::unique_ptr<CDbPolygon> polygon)
-{
-    if (m_polygons.empty()) {
-        firstPolygon = polygon.get();
-    } else {
-        m_polygons.back()->nextPolygon = polygon.get();
-    }
-    polygon->nextPolygon = nullptr;
-    m_polygons.push_back(std::move(polygon));
 }
 
 } // namespace KivSystem

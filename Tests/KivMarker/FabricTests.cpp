@@ -134,9 +134,9 @@ TEST(Piece, ChartCountsWhatIsLeftOnEachSideOfASizeAndLayer)
         short layer;
         short expected;
     };
-    // Size 1 left has one of two in stand-by; size 2 has its left and one of three right placed.
+    // Size 1 left has both in stand-by; size 2 has its left and one of three right placed.
     for (const Case &row :
-        {Case{1, true, 1, 1}, Case{1, false, 1, 0}, Case{2, true, 1, 0}, Case{2, false, 1, 2},
+        {Case{1, true, 1, 0}, Case{1, false, 1, 0}, Case{2, true, 1, 0}, Case{2, false, 1, 2},
             Case{1, false, 2, 4}, Case{3, true, 1, 0}, Case{1, true, 3, 0}}) {
         EXPECT_EQ(front.getQtyPieceSizeLayer(row.size, row.left, row.layer), row.expected)
             << row.size << row.left << row.layer;

@@ -92,6 +92,27 @@ TEST(MarkerFile, EveryPartOfTheFileReachesTheDrawing)
     EXPECT_EQ(polygon.sizeNumber, 38);
     EXPECT_EQ(polygon.ballotNumber, 'A');
     EXPECT_EQ(fabric.layerFirstGrPolys(2)->firstPolygon->area(), 36);
+
+    EXPECT_EQ(front.getTwoPieceCutDown(), TurnedPartner);
+    EXPECT_TRUE(front.chartTransformation().mirrored);
+    EXPECT_EQ(front.chartTransformation().scaleY, 0.97);
+    const CDbGrPolysObject &block = *fabric.getPlaceGroupList(t_1_Based(1))->at(1);
+    EXPECT_EQ(block.getLastContourBlockingFusion()->boundingRect().bottom(), -4.4);
+    EXPECT_EQ(block.getLastContourBlockingFusion()->boundingRect().top(), 4);
+    const CDbPolygon *partner = block.firstPolygon->cutDownPolygon;
+    EXPECT_TRUE(partner != nullptr && CDbPolygon::isBlockingPoly(partner));
+    EXPECT_EQ(partner->polygonRect.left(), 20);
+    short index = 0;
+    auto relation = CDbBlockingObject::NoRelationship;
+    auto type = CDbBlockingObject::NotBlocked;
+    block.getGrPolysIndexSlaveMasterOrAnotherAndItsType(&fabric, &index, &relation, &type, nullptr);
+    EXPECT_TRUE(index == 1 && relation == CDbBlockingObject::SlaveOf);
+    EXPECT_EQ(type, CDbBlockingObject::Fused);
+    fabric.layerFirstGrPolys(1)->getGrPolysIndexSlaveMasterOrAnotherAndItsType(
+        &fabric, &index, &relation, &type, nullptr);
+    EXPECT_TRUE(index == 2 && relation == CDbBlockingObject::MasterOf);
+    EXPECT_EQ(type, CDbBlockingObject::Tied);
+    EXPECT_EQ(fabric.links().at(2).at(0).second.point, 2);
 }
 
 TEST(MarkerFile, TheDateStampReadsTheSameInEveryTimeZone)
@@ -270,8 +291,29 @@ const Fault kFaults[] = {
     {"\"shape\": {", "\"form\": {",
         "$.fabrics[0].layers[1].groups[0].polygons[0]: found the unknown key \"form\", expected "
         "one "
-        "of piece, size, side, x, y, rotation, mirrored, ballot, pairedBallot, folded, color, "
-        "shape, texts"},
+        "of piece, size, side, x, y, rotation, mirrored, scaleX, scaleY, ballot, "
+        "pairedBallot, folded, color, shape, cutDown, texts"},
+    {"\"master\": 1", "\"master\": 2",
+        "$.fabrics[0].layers[0].groups[1].master: found the number 2, expected the number of "
+        "another group that has no master itself"},
+    {"\"scaleX\": 1.05", "\"scaleX\": 0",
+        "$.fabrics[0].layers[0].groups[1].polygons[0].scaleX: found the number 0, expected a "
+        "number from 0.1 to 10"},
+    {"{\"piece\": 1, \"size\": 1}\n", "{\"piece\": 1, \"size\": 1, \"y\": 0.001}\n",
+        "$.fabrics[0].layers[0].groups[1]: the polygons of a blocked group do not join, expected "
+        "two or more that touch"},
+    {"\"point\": 4", "\"point\": 5",
+        "$.fabrics[0].links[0].first.point: found the number 5, expected a whole number from 1 to "
+        "4"},
+    {"\"piece\": 1, \"point\": 2", "\"piece\": 2, \"point\": 2",
+        "$.fabrics[0].links[0]: the linked pieces are of different styles, expected two pieces of "
+        "one style"},
+    {"\"FRONT\"", "\"FRONT $1\"",
+        "$.fabrics[0].pieces[0].name: found the text \"FRONT $1\", expected a name without the "
+        "character $"},
+    {"\"cutDown\": \"turned\"", "\"cutDown\": 1",
+        "$.fabrics[0].pieces[0].cutDown: found the number 1, expected one of \"none\", "
+        "\"mirrored\", \"turned\""},
     // Pieces and their points.
     {"\"style\": 2", "\"style\": 3",
         "$.fabrics[0].pieces[0].style: found the number 3, expected a whole number from 1 to 2"},

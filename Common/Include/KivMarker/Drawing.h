@@ -68,6 +68,15 @@ public:
     /// The size table of a 0-based style on a 1-based fabric, owned by the style. Past either end:
     /// null and k_error_index.
     CDbStyleSizeObjectTable *findSizesList(short style, short fabric, short *error) const;
+    /// The contour of a piece in a 1-based size, owned by the piece; `isCurved`, when not null,
+    /// tells whether it has curves. Errors: k_error_missing for a null piece, k_error_index for a
+    /// size past the end; the contour is null then.
+    void getPieceSizeContourList(const CDbPieceObject *piece, short size, short *error,
+        const CDbVectorsObjectTable **contour, bool *isCurved) const;
+    /// The links between pieces of a 1-based style on a 1-based fabric, an empty table for none and
+    /// past the end. Owned by the drawing.
+    void getLinksListOfPiecesInFabricStyle(
+        short fabric, short style, CDbTwainLinkPiecesObjectTable **links) const;
     /// Garments in a 1-based layer of all the styles that have pieces on the fabric.
     qint64 garmentsInLayer(const CDbFabricObject *fabric, short layer) const;
 

@@ -14,6 +14,7 @@ enum MarkerErrorCode : short
     k_no_error = 0,
     k_error_index = 1,   ///< an index past the end, or below its first value
     k_error_missing = 2, ///< what was asked for does not exist, a null argument among it
+    k_error_state = 3,   ///< the object is not in a state that allows the operation
 };
 
 /// Stores `code` in `*error` unless the pointer is null.

@@ -3,19 +3,22 @@
 #ifndef KIVMARKER_FABRIC_H
 #define KIVMARKER_FABRIC_H
 
+#include "KivMarker/Group.h"
+#include "KivMarker/OneBased.h"
 #include "KivMarker/Piece.h"
 #include "KivMarker/PlaidAndStripes.h"
 #include "KivMarker/Text.h"
+#include "KivMarker/TwainLinks.h"
 
 #include <QString>
 #include <QVector>
 
+#include <map>
 #include <memory>
 #include <vector>
 
 namespace KivSystem {
 
-class CDbGrPolysObject;
 class CDbMarkerDrawing;
 
 /// Values of CDbFabricObject::fabricType: how the cloth is laid.
@@ -40,6 +43,7 @@ struct FabricLayer
     CDbLineObjectList verticalLines;   ///< guide lines across the width, by x
     std::vector<std::unique_ptr<CDbTextObject>> texts;
     std::vector<std::unique_ptr<CDbGrPolysObject>> groups; ///< on the marker and in stand-by
+    CDbGrPolysObjectList groupList;                        ///< the same groups
     mutable std::size_t walkPosition = 0; ///< of layerFirstGrPolys and layerNextGrPolys
 };
 
@@ -67,6 +71,15 @@ public:
     double getGapInX() const { return m_gapX; }
     double getGapInY() const { return m_gapY; }
     void setGaps(double x, double y);
+
+    /// The larger of both spacings, whichever way it is measured.
+    double getMaxGapInFabric() const;
+
+    /// What may be done to pieces on this fabric that have no rules of their own.
+    bool permittedSymmetryX() const { return rules.flipX; }
+    bool permittedSymmetryY() const { return rules.flipY; }
+    short rotationPermittedValue() const { return rules.rotationStep; } ///< degrees, 0 for no turn
+    double permittedFineRotationValue() const { return rules.fineRotation; } ///< degrees
 
     /// Pieces keep their own turning rules.
     bool isHybridFabric() const { return m_hybrid; }
@@ -113,6 +126,25 @@ public:
     /// Next group of the walk that layerFirstGrPolys began in that layer; null at the end. A layer
     /// has one such walk at a time. Past the last layer: null and k_error_index.
     CDbGrPolysObject *layerNextGrPolys(short layer, short *error) const;
+    /// The groups of a layer, on the marker and in stand-by; null for none and past the end.
+    const CDbGrPolysObjectList *getPlaceGroupList(t_1_Based layer) const;
+    /// The groups of the layer in which a group lies; null when it lies in none.
+    const CDbGrPolysObjectList *listOfGroup(const CDbGrPolysObject *group) const;
+    /// The guide lines of a layer; null past the end.
+    const CDbLineObjectList *getHorLines(t_1_Based layer) const;
+    const CDbLineObjectList *getVerLines(t_1_Based layer) const;
+
+    /// The links between pieces of a 1-based style; null when there are none.
+    CDbTwainLinkPiecesObjectTable *findLinks(short style);
+    /// Adds a link. Both pieces must be of one style and have the points in each of their sizes;
+    /// throws std::out_of_range otherwise.
+    void addLink(const TwainLink &link);
+    /// All links by the number of their style.
+    const std::map<short, CDbTwainLinkPiecesObjectTable> &links() const { return m_links; }
+
+    /// The drawing that the fabric belongs to; null for one that stands by itself.
+    CDbMarkerDrawing *drawing() const { return m_drawing; }
+
     /// Puts a filled group into a 1-based layer, which must exist, and takes its polygons out of
     /// the chart.
     CDbGrPolysObject *addGroup(short layer, std::unique_ptr<CDbGrPolysObject> group);
@@ -124,7 +156,8 @@ public:
 private:
     friend class CDbMarkerDrawing; // sets the drawing
 
-    const CDbMarkerDrawing *m_drawing = nullptr;
+    CDbMarkerDrawing *m_drawing = nullptr;
+    std::map<short, CDbTwainLinkPiecesObjectTable> m_links;
     double m_gapX = 0;
     double m_gapY = 0;
     bool m_hybrid = false;

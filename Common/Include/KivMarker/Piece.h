@@ -7,6 +7,7 @@
 #define KIVMARKER_PIECE_H
 
 #include "KivGeo/Rectangle.h"
+#include "KivMarker/Placement.h"
 #include "KivMarker/Point.h"
 
 #include <QString>
@@ -18,6 +19,9 @@
 
 namespace KivSystem {
 
+class CDbFabricObject;
+class CDbMarkerDrawing;
+class CDbPolygon;
 class CDbStyleSizeObjectTable;
 
 /// What may be done to a piece when it is placed.
@@ -101,6 +105,26 @@ struct ChartKey
     }
 };
 
+/// Values of CDbPieceObject::getTwoPieceCutDown: the partner of a piece that is cut down in two.
+enum CutDownKind : short
+{
+    NotCutDown = 0,
+    MirroredPartner = 1, ///< the piece's mirror image
+    TurnedPartner = 2,   ///< the piece turned by 180 degrees
+};
+
+/// Numbered places, the lowest free one of which is given out; they count from 0.
+class BundleSlots
+{
+public:
+    std::size_t take();
+    void release(std::size_t slot); ///< one that is not taken is passed over
+
+private:
+    std::vector<bool> m_taken;
+    std::size_t m_lowestFree = 0;
+};
+
 class CDbPieceObject : public CDbGroupObject
 {
 public:
@@ -125,10 +149,23 @@ public:
     /// How many of the piece a garment has.
     short getKIVPieceQuantity() const { return m_quantity; }
     void setQuantity(short quantity) { m_quantity = quantity; }
+    /// A CutDownKind.
+    short getTwoPieceCutDown() const { return m_cutDown; }
+    void setTwoPieceCutDown(CutDownKind kind) { m_cutDown = kind; }
+    /// How the piece's shape leaves the chart: scaled, mirrored or turned; without a shift.
+    const Placement &chartTransformation() const { return m_transformation; }
+    void setChartTransformation(const Placement &placement) { m_transformation = placement; }
 
     /// The piece's own rules; without them those of the fabric hold.
     const std::optional<PlacementRules> &ownRules() const { return m_rules; }
     void setOwnRules(const PlacementRules &rules) { m_rules = rules; }
+    /// The rules that hold for the piece on a fabric; a null fabric has none.
+    const PlacementRules &rulesOn(const CDbFabricObject *fabric) const;
+    short rotationPermittedValue(const CDbFabricObject *fabric) const; ///< degrees, 0 for no turn
+    bool permittedSymmetryX(const CDbFabricObject *fabric) const;
+    bool permittedSymmetryY(const CDbFabricObject *fabric) const;
+    /// Degrees of tilt either way; of a piece without rules of its own, its fabric's.
+    double permittedFineRotationValue() const;
 
     /// How many pieces of a 1-based size, left- or right-hand by `left`, still wait in the chart
     /// for a 1-based layer: ordered, less those on the marker or in stand-by, never below zero.
@@ -140,6 +177,16 @@ public:
     qint64 orderedInLayer(short layer) const;
     /// Notes that `change` more pieces have left the chart for the marker or for stand-by.
     void changeTaken(const ChartKey &key, short change);
+    /// Changes by `change` how many pieces wait in the chart for the polygon's piece, size and side
+    /// in a 1-based layer: -1 takes the polygon out, 1 gives it back. `withBundle` takes a bundle
+    /// index for a polygon that leaves, and releases that of one that comes back. Errors, with
+    /// nothing changed: k_error_missing for a null argument or a polygon whose piece the fabric
+    /// does not have, k_error_index for a layer past the end.
+    static void modifyPolyInTableData(CDbMarkerDrawing *drawing, CDbPolygon *polygon, short layer,
+        CDbFabricObject *fabric, short change, short *error, bool withBundle);
+
+    /// The places in garments that pieces of a size and side have taken, by CDBundleUtility.
+    BundleSlots &bundleSlots(const ChartKey &key) { return m_bundles[key]; }
 
     /// All quantities that are ordered, by layer, size, left before right.
     std::vector<std::pair<ChartKey, short>> orderedQuantities() const;
@@ -151,7 +198,7 @@ public:
         QString &sizeName, QString &specialName, short *error) const;
 
 private:
-    friend class CDbFabricObject; // links the chain
+    friend class CDbFabricObject; // links the chain and sets the fabric
 
     struct ChartQuantity
     {
@@ -160,13 +207,17 @@ private:
     };
 
     CDbPieceObject *m_next = nullptr;
+    const CDbFabricObject *m_fabric = nullptr;
     short m_style;
     bool m_single = false;
+    short m_cutDown = NotCutDown;
+    Placement m_transformation;
     short m_quantity = 1;
     std::optional<PlacementRules> m_rules;
     std::vector<CDbPieceSizeObject> m_sizes;
     std::map<ChartKey, ChartQuantity> m_chart;
     std::map<short, qint64> m_orderedByLayer;
+    std::map<ChartKey, BundleSlots> m_bundles;
 };
 
 } // namespace KivSystem

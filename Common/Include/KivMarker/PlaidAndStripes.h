@@ -19,6 +19,9 @@ public:
     double yRepOffset = 0;
     CDbLineObjectList sampleHorLines;
     CDbLineObjectList sampleVerLines;
+
+    bool atLeastOneHorLine() const { return !sampleHorLines.isEmpty(); }
+    bool atLeastOneVerLine() const { return !sampleVerLines.isEmpty(); }
 };
 
 } // namespace KivSystem

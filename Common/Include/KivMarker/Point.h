@@ -76,11 +76,20 @@ private:
 /// Equal in every member; the punch shapes are compared by value.
 bool operator==(const CDbMarkerPointObject &left, const CDbMarkerPointObject &right);
 
+/// How far a mirror image may lie off, in cm.
+constexpr double kSymmetryTolerance = 0.01;
+
 /// A table of points: a closed contour, an open line, or loose marks, by where it stands.
 class CDbVectorsObjectTable : public GeoPolygon2D<CDbMarkerPointObject>
 {
 public:
     using GeoPolygon2D<CDbMarkerPointObject>::GeoPolygon2D;
+
+    /// Whether the closed contour is its own mirror image about an axis through `centre`: the
+    /// horizontal one, along the grain, or with `vertical` the one across it. Nothing of either
+    /// image may lie further than kSymmetryTolerance from the other; where the points lie on the
+    /// outline does not matter.
+    bool isSymmetrical(const CDbMarkerPointObject &centre, bool vertical) const;
 };
 
 } // namespace KivSystem

@@ -1,9 +1,8 @@
-/// Placed polygons and the groups that they are placed in.
+/// Polygons: pieces that were taken out of the chart.
 
 #ifndef KIVMARKER_POLYGON_H
 #define KIVMARKER_POLYGON_H
 
-#include "KivGeo/Affine.h"
 #include "KivGeo/Rectangle.h"
 #include "KivMarker/Piece.h"
 
@@ -12,19 +11,11 @@
 
 namespace KivSystem {
 
+class CDbFabricObject;
 class CDbTextObject;
 
-/// How a piece's shape reaches the marker: mirrored across its grain (y to -y), then turned about
-/// its origin, then shifted.
-struct Placement
-{
-    double x = 0;        ///< centimetres along the length
-    double y = 0;        ///< centimetres across the width
-    double rotation = 0; ///< degrees, counter-clockwise; quarter turns are exact
-    bool mirrored = false;
-
-    GeoAffine affine() const;
-};
+/// How far a curve may be off its points that thinCurves leaves out, in cm.
+constexpr double kCurveFlatness = 0.001;
 
 /// Values of CDbPolygon::contourKinds.
 enum ContourKind : int
@@ -57,6 +48,15 @@ public:
     short ballotNumber = 0;   ///< a character's code; 0 for none
     bool pairedBallot = false;
     bool foldedPiece = false;
+    /// The partner of a piece that is cut down in two, null without one; owned.
+    CDbPolygon *cutDownPolygon = nullptr;
+    bool blockingPolygon = false; ///< belongs to a block; see isBlockingPoly
+
+    // The garment that the polygon belongs to: what CDBundleUtility took for it.
+    short bundleSize = 0;   ///< 1-based size of the piece; 0 without a garment
+    bool bundleLeft = true; ///< side of the piece
+    short bundleIndex = 0;  ///< number of the garment in its size, from 1
+    short bundleCopy = 0;   ///< which of the garment's pieces of that side, from 1
 
     short pieceSize() const { return m_size; } ///< 1-based size of the piece
     bool isLeft() const { return m_left; }
@@ -76,9 +76,29 @@ public:
     /// Area of the contour that place() or setOwnShape() gave, in square centimetres.
     double area() const { return m_area; }
 
+    /// Whether the piece was scaled when it was placed.
+    bool polyIsScale() const { return m_placement.isScaled(); }
+    /// Whether the polygon belongs to a block of polygons that move as one; false for null.
+    static bool isBlockingPoly(const CDbPolygon *polygon);
+    /// Area of the cloth that the piece takes when it is opened out, in square centimetres: on a
+    /// folded cloth a folded piece lies with half of it. area() is brought up to date.
+    double calculateAreaOfPoly(bool clothIsFolded);
+    /// Turns a left-hand polygon into its mirror image across its grain, a right-hand one: about
+    /// the X axis, or about Y when it lies turned by 90 degrees. `fabric` is the one that it
+    /// belongs to. Error: k_error_missing, with nothing changed, for a null fabric or without a
+    /// shape.
+    void makeSymXOrYFromLeftPoly(const CDbFabricObject *fabric, short *error);
+    /// Appends the cut contour, `width` cm wider all round, as the current one, SpacingContour.
+    void addSpacingContour(double width);
+    /// Leaves out points of curves that stand nearer than `step` cm to the one before and change
+    /// the cut contour by no more than kCurveFlatness.
+    void thinCurves(double step);
+    void setCutDownPolygon(std::unique_ptr<CDbPolygon> partner);
+
 private:
     void setShape(PieceShape shape);
 
+    std::unique_ptr<CDbPolygon> m_cutDown;
     std::vector<std::unique_ptr<CDbVectorsObjectTable>> m_contours;
     std::vector<InternalLine> m_internalLines;
     Placement m_placement;
@@ -86,37 +106,6 @@ private:
     short m_size;
     bool m_left;
     bool m_ownShape = false;
-};
-
-/// Values of CDbGrPolysObject::groupPlace.
-enum GroupPlace : int
-{
-    PlacedOnMarker = 1,
-    PlacedInStandBy = 2, ///< taken out of the chart and parked beside the layout
-};
-
-/// Polygons that move together.
-class CDbGrPolysObject
-{
-public:
-    CDbGrPolysObject(); ///< an empty group on the marker
-    explicit CDbGrPolysObject(GroupPlace place);
-    virtual ~CDbGrPolysObject();
-    CDbGrPolysObject(const CDbGrPolysObject &) = delete;
-    CDbGrPolysObject &operator=(const CDbGrPolysObject &) = delete;
-
-    CDbPolygon *firstPolygon = nullptr; ///< head of the chain; owned by the group
-    std::vector<std::unique_ptr<CDbTextObject>> texts;
-
-    virtual int groupPlace() const { return m_place; } ///< a GroupPlace
-
-    /// Adds a polygon at the end of the chain.
-    void addPolygon(std::unique_ptr<CDbPolygon> polygon);
-    int polygonCount() const { return static_cast<int>(m_polygons.size()); }
-
-private:
-    std::vector<std::unique_ptr<CDbPolygon>> m_polygons;
-    GroupPlace m_place = PlacedOnMarker;
 };
 
 } // namespace KivSystem

@@ -9,8 +9,11 @@ namespace KivSystem {
 class CMarkerSymbols
 {
 public:
-    char tabSymbol = '\t';  ///< between the fields of a delimited text
-    char quoteSymbol = '"'; ///< around a field that holds the separator
+    char tabSymbol = '\t';       ///< between the fields of a delimited text
+    char quoteSymbol = '"';      ///< around a field that holds the separator
+    char instanceSymbol = '$';   ///< before the number of an instance; no piece's name holds it
+    char pointOpenSymbol = '(';  ///< before the coordinates of a point
+    char pointCloseSymbol = ')'; ///< behind them
 };
 
 } // namespace KivSystem
