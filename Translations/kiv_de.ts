@@ -208,6 +208,13 @@
     </message>
 </context>
 <context>
+    <name>DXFNESTERProcessor</name>
+    <message>
+        <source>Cannot export. One or more piece names are repeating.</source>
+        <translation>Der Export ist nicht möglich. Ein oder mehrere Teilenamen kommen mehrfach vor.</translation>
+    </message>
+</context>
+<context>
     <name>KivSystem::KivApplication</name>
     <message>
         <source>Invalid Operation</source>

@@ -208,6 +208,13 @@
     </message>
 </context>
 <context>
+    <name>DXFNESTERProcessor</name>
+    <message>
+        <source>Cannot export. One or more piece names are repeating.</source>
+        <translation>Export impossible. Un ou plusieurs noms de pièces se répètent.</translation>
+    </message>
+</context>
+<context>
     <name>KivSystem::KivApplication</name>
     <message>
         <source>Invalid Operation</source>

@@ -1,6 +1,7 @@
 #include "MarkerExporter.h"
 
 #include "Failures.h"
+#include "OutputFile.h"
 #include "Processor.h"
 
 #include "KivCore/Application.h"
@@ -18,43 +19,6 @@
 
 namespace KivSystem {
 namespace {
-
-// A file that keeps the first write that failed in mind: QFileDevice forgets it at the next write,
-// and reports a write that was cut short without an error.
-class OutputFile : public QFile
-{
-public:
-    explicit OutputFile(const QString &path) : QFile(path) {}
-
-    // Hands what is buffered to the system. NoError when all of the file has been written.
-    FileError finish()
-    {
-        if (!flush()) {
-            noteError();
-        }
-        return m_firstError == NoError ? error() : m_firstError;
-    }
-
-protected:
-    qint64 writeData(const char *data, qint64 length) override
-    {
-        const qint64 written = QFile::writeData(data, length);
-        if (written != length) {
-            noteError();
-        }
-        return written;
-    }
-
-private:
-    void noteError()
-    {
-        if (m_firstError == NoError) {
-            m_firstError = error() == NoError ? WriteError : error();
-        }
-    }
-
-    FileError m_firstError = NoError;
-};
 
 QStringList dialogFilters(const QString &filter)
 {

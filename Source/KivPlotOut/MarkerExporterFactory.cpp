@@ -1,6 +1,7 @@
 #include "MarkerExporterFactory.h"
 
 #include "ANSIProcessor.h"
+#include "DXFNESTERProcessor.h"
 #include "EastmanProcessor.h"
 #include "LabelProcessor.h"
 #include "ManagerTextProcessor.h"
@@ -53,7 +54,7 @@ constexpr FormatRow formatTable[] = {
     {"Cut File ANSI", 50, "cut_ansi", textAndCutFilter, makeProcessor<NC::ANSIProcessor>},
     {"Cut File Eastman", 51, "cut_eastman", textAndCutFilter, makeProcessor<NC::EastmanProcessor>},
     {"Cut Labels", 53, "cut_labels", textAndCutFilter, makeProcessor<NC::LabelProcessor>},
-    {"DXF-NESTER", 54, "dxf_nester", dxfFilter, nullptr},
+    {"DXF-NESTER", 54, "dxf_nester", dxfFilter, makeProcessor<DxfNester::DXFNESTERProcessor>},
     {"Illustrator(TM)", 56, "ill_tm", textAndCutFilter, nullptr},
 };
 

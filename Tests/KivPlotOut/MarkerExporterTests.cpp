@@ -3,6 +3,7 @@
 #include "Support.h"
 
 #include "MarkerExporter.h"
+#include "OutputFile.h"
 #include "Processor.h"
 #include "ScriptedUserInterface.h"
 
@@ -11,14 +12,17 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
 #include <QScopeGuard>
 #include <QTemporaryDir>
+#include <QTextStream>
 
 #include <boost/make_shared.hpp>
 
 #include <csignal>
 #include <functional>
 #include <set>
+#include <stdexcept>
 
 #include <sys/resource.h>
 
@@ -262,7 +266,7 @@ TEST_F(MarkerExporterTest, FileThatIsCutOffAnywhereIsAFailure)
         std::signal(SIGXFSZ, previous);
     });
     // A block beyond the file's buffer, then small ones.
-    constexpr int kBlock = 20000;
+    constexpr int kBlock = OutputFile::kBufferSize + 20000;
     constexpr int kSmall = 700;
     constexpr int kSmalls = 30;
     constexpr int kSize = kBlock + kSmalls * kSmall;
@@ -288,12 +292,36 @@ TEST_F(MarkerExporterTest, FileThatIsCutOffAnywhereIsAFailure)
     // Room that comes back does not make up for what was lost.
     processor->build = [&](QIODevice *device) {
         device->write(QByteArray(kBlock, 'x'));
-        setrlimit(RLIMIT_FSIZE, &unlimited);
         device->write("y");
+        setrlimit(RLIMIT_FSIZE, &unlimited);
+        device->write("z");
     };
     user->saveNames = {path("out")};
     limitFiles(kBlock / 2);
     EXPECT_THROW(run(), IOError);
+}
+
+TEST_F(MarkerExporterTest, FlushedLinesReachTheFileTogetherAndAlsoWhenTheExportFails)
+{
+    const QString name = path("out");
+    QByteArray readBack;
+    processor->build = [&](QIODevice *device) {
+        QTextStream stream(device);
+        stream << "one" << Qt::endl << "two" << Qt::endl;
+        EXPECT_EQ(QFileInfo(name).size(), 0);
+        EXPECT_EQ(device->size(), 8);
+        device->seek(4);
+        readBack = device->readLine();
+        device->seek(3);
+        stream << "+" << Qt::endl;
+        throw std::runtime_error("the format gave up");
+    };
+    user->saveNames = {name};
+    EXPECT_THROW(run(), std::runtime_error);
+    EXPECT_EQ(readBack, "two\n");
+    QFile file(name);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), "one+\nwo\n");
 }
 
 class OptimizationPromptTest : public MarkerExporterTest

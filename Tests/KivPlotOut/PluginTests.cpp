@@ -32,7 +32,7 @@ const struct
     {"Cut File ANSI", 50, "cut_ansi", kTextAndCut, true},
     {"Cut File Eastman", 51, "cut_eastman", kTextAndCut, true},
     {"Cut Labels", 53, "cut_labels", kTextAndCut, true},
-    {"DXF-NESTER", 54, "dxf_nester", "DXF File (*.dxf)", false},
+    {"DXF-NESTER", 54, "dxf_nester", "DXF File (*.dxf)", true},
     {"Illustrator(TM)", 56, "ill_tm", kTextAndCut, false},
 };
 
