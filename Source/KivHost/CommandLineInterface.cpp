@@ -47,8 +47,10 @@ int CommandLineInterface::confirmContinue(const QString &message, const QString 
 
 void CommandLineInterface::displayWarning(const QString &message, const QString &, QWidget *)
 {
-    m_reason = message.simplified();
-    m_console.message(m_reason);
+    if (!m_reason.isEmpty()) {
+        m_console.message(m_reason);
+    }
+    m_reason = message.simplified(); // told when the export ends
 }
 
 int CommandLineInterface::execDialog(KivDialog &dialog)

@@ -8,6 +8,7 @@
 #include "KivCore/ExporterFactory.h"
 #include "KivMarker/Document.h"
 #include "KivMarker/MarkerFile.h"
+#include "NestingExport.h"
 #include "Verbs.h"
 
 #include <QDir>
@@ -94,6 +95,8 @@ public:
 
 private:
     bool askExporter(Exporter<DocumentMak> &exporter);
+    void checkBefore(const FileFormat &format);
+    QStringList lossesOf(const FileFormat &format) const;
     void tellCutMessages(const FileFormat &format);
     void exportFiles(const FileFormat &format, Exporter<DocumentMak> &exporter);
     QString reasonOr(const QString &reason) const;
@@ -151,23 +154,47 @@ bool ExportRun::askExporter(Exporter<DocumentMak> &exporter)
     return exporter.prepare(m_document);
 }
 
+QStringList ExportRun::lossesOf(const FileFormat &format) const
+{
+    return format.tag == nestingFormatTag() ? nestingLosses(m_document) : QStringList();
+}
+
+// What the host can tell better than the plug-in, which would write nothing or too little.
+void ExportRun::checkBefore(const FileFormat &format)
+{
+    QString fault = findFormatDataFault(format.tag, KivApplication::instance()->pluginsDir());
+    if (format.tag == nestingFormatTag()) {
+        fault = fault.isEmpty() ? findNestingFault() : fault;
+        const QString remark = nestingRemark(m_document);
+        if (!remark.isEmpty()) {
+            m_console.message(remark);
+        }
+    }
+    if (!fault.isEmpty()) {
+        throw HostError(ExitFailed, notWritten(format.name, fault));
+    }
+}
+
 void ExportRun::exportFiles(const FileFormat &format, Exporter<DocumentMak> &exporter)
 {
     const QString folder = QDir(m_options.directory).filePath(fileNameFrom(format.tag));
     ExportStaging staging(folder, extensionOf(format));
     m_user.beginExport(&staging, m_options.exportNotOptimised);
-    const QString fault = findFormatDataFault(format.tag, KivApplication::instance()->pluginsDir());
-    if (!fault.isEmpty()) {
-        throw HostError(ExitFailed, notWritten(format.name, fault));
-    }
+    checkBefore(format);
     try {
         if (!askExporter(exporter)) {
             throw HostError(ExitFailed,
                 notWritten(format.name, reasonOr(QStringLiteral("the format refused the marker"))));
         }
         exporter.prompt();
+        if (format.tag == nestingFormatTag()) {
+            noteNestingExport(m_document);
+        }
         exporter.exportDocument(m_document, nullptr, format.filter);
         tellCutMessages(format);
+        for (const QString &loss : lossesOf(format)) {
+            m_console.message(loss);
+        }
     } catch (const HostError &) {
         throw;
     } catch (const std::exception &error) {
@@ -180,6 +207,9 @@ void ExportRun::exportFiles(const FileFormat &format, Exporter<DocumentMak> &exp
     if (staging.isEmpty()) {
         throw HostError(ExitFailed,
             notWritten(format.name, reasonOr(QStringLiteral("the marker holds nothing for it"))));
+    }
+    if (!m_user.reason().isEmpty()) {
+        m_console.message(m_user.reason());
     }
     for (const WrittenFile &file : staging.commit()) {
         report(format, file);

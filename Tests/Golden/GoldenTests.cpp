@@ -1,4 +1,5 @@
-// Exports every sample marker in every format that there is, as a person would with kivhost, and
+// Exports every sample marker in every format that there is, and the markers/ of these tests in the
+// formats that they were made for, as a person would with kivhost, and
 // compares what was written with the files beside this one: Tests/Golden/TAG/SAMPLE/FILE, or
 // TAG/SAMPLE/VARIANT/FILE for the variants of the user's own report. A difference is printed as a
 // patch; `scripts/test --update-golden` applies it.
@@ -98,6 +99,26 @@ const Variant kVariants[] = {
                    SET("MiniCutFileBlock=true")}},
 };
 
+// What the markers of these tests are exported to.
+const Variant kMarkerVariants[] = {
+    {"", {"--format", "dxf_nester"}},
+};
+
+struct Source
+{
+    QString folder;
+    std::vector<Variant> variants;
+};
+
+Source sourceOf(const QString &marker)
+{
+    const QString own = kGolden + QStringLiteral("/markers");
+    if (QFile::exists(own + QLatin1Char('/') + marker + QStringLiteral(".mar"))) {
+        return {own, {std::begin(kMarkerVariants), std::end(kMarkerVariants)}};
+    }
+    return {kSamples, {std::begin(kVariants), std::end(kVariants)}};
+}
+
 // Masks what differs from machine to machine: the folder of the marker and the dates of its file.
 QByteArray masked(QByteArray bytes, const QString &marker)
 {
@@ -113,7 +134,8 @@ std::map<QString, QByteArray> exported(const QString &sample, const Variant &var
 {
     const QTemporaryDir folder;
     const QString marker = folder.filePath(sample + QStringLiteral(".mar"));
-    EXPECT_TRUE(QFile::copy(kSamples + QLatin1Char('/') + sample + QStringLiteral(".mar"), marker));
+    EXPECT_TRUE(QFile::copy(
+        sourceOf(sample).folder + QLatin1Char('/') + sample + QStringLiteral(".mar"), marker));
     QFile copy(marker); // the copy is as old as the sample otherwise
     EXPECT_TRUE(copy.open(QIODevice::ReadWrite) &&
                 copy.setFileTime(QDateTime::currentDateTime(), QFileDevice::FileModificationTime));
@@ -161,7 +183,7 @@ TEST_P(Golden, ExportIsByteForByteTheFileInTheTree)
             expected[path] = bytes;
         }
     }
-    for (const Variant &variant : kVariants) {
+    for (const Variant &variant : sourceOf(sample).variants) {
         for (const auto &[path, bytes] : exported(sample, variant)) {
             const QString name = QDir::cleanPath(
                 QStringLiteral("%1/%2/%3/%4")
@@ -188,8 +210,10 @@ TEST_P(Golden, ExportIsByteForByteTheFileInTheTree)
 std::vector<std::string> samples()
 {
     std::vector<std::string> names;
-    for (const QString &name : QDir(kSamples).entryList({QStringLiteral("*.mar")})) {
-        names.push_back(QFileInfo(name).completeBaseName().toStdString());
+    for (const QString &folder : {kSamples, kGolden + QStringLiteral("/markers")}) {
+        for (const QString &name : QDir(folder).entryList({QStringLiteral("*.mar")})) {
+            names.push_back(QFileInfo(name).completeBaseName().toStdString());
+        }
     }
     return names;
 }

@@ -209,7 +209,7 @@ TEST_F(ExportVerbTest, AnExportThatEndsEarlyLeavesTheOldFileAndSaysWhy)
         {stuckPanel, "Plot: was not written: the format refused the marker\n"},
         {asked, "Plot: was not written: Not optimised? Go on? (answered: Cancel)\n"},
         {nothing, "Plot: was not written: the marker holds nothing for it\n"},
-        {warned, "It is too large.\nkivhost: Plot: was not written: It is too large.\n"},
+        {warned, "Plot: was not written: It is too large.\n"},
         {thrown, "out/plot/Shell.plt: was not written: Invalid Operation\n"},
         {unasked, "Plot: was not written: Invalid Operation\n"},
         {removed, "out/plot/Shell.plt: was not written: No such file or directory\n"},

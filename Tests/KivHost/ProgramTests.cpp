@@ -3,6 +3,7 @@
 #include "HostTestSupport.h"
 
 #include <QDomDocument>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -11,19 +12,26 @@
 namespace KivSystem {
 namespace {
 
+QByteArray contentOf(const char *path)
+{
+    QFile file(QString::fromUtf8(path));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path;
+    return file.readAll();
+}
+
 class ProgramTest : public testing::Test
 {
 protected:
     ProgramTest() { folder.write("small.mar", smallMarker()); }
 
     /// Runs kivhost in the folder and gives its exit status.
-    int run(const QStringList &arguments)
+    int run(const QStringList &arguments, const char *locale = "C")
     {
         QProcess program;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert("HOME", folder.path("home"));
         environment.insert("XDG_CONFIG_HOME", folder.path("home"));
-        environment.insert("LC_ALL", "C");
+        environment.insert("LC_ALL", locale);
         environment.remove("XDG_RUNTIME_DIR");
         environment.remove("DISPLAY");
         environment.remove("QT_QPA_PLATFORM");
@@ -298,6 +306,43 @@ TEST_F(ProgramTest, NamesTheConfigurationOfACutFormatThatItCannotUse)
     EXPECT_EQ(run(arguments), 1);
     EXPECT_TRUE(err.contains(file + " (line 2, column ")) << err;
     EXPECT_FALSE(folder.contents().contains("out/cut_ansi"));
+}
+
+TEST_F(ProgramTest, NestingFileFollowsTheLocaleInItsRealsAlone)
+{
+    folder.write("dress.mar", contentOf(KIV_SOURCE_DIR "/Tests/Golden/markers/dress.mar"));
+    const QStringList command{"export", "dress.mar", "--format", "dxf_nester", "-o", "out"};
+    ASSERT_EQ(run(command), 0) << err;
+    QByteArray plain = folder.read("out/dxf_nester/dress.dxf");
+    ASSERT_EQ(run(command, "de_DE.UTF-8"), 0) << err;
+    const QByteArray german = folder.read("out/dxf_nester/dress.dxf");
+    EXPECT_TRUE(german.contains("WIDTH:149,9900\n") && german.contains("SIZE:38\n"));
+    EXPECT_EQ(german.count(','), plain.count('.'));
+    EXPECT_EQ(german, plain.replace('.', ','));
+}
+
+TEST_F(ProgramTest, TellsWhatANestingFileLacks)
+{
+    const QByteArray dress = contentOf(KIV_SOURCE_DIR "/Tests/Golden/markers/dress.mar");
+    const auto exported = [&](QByteArray from, QByteArray to) {
+        folder.write("dress.mar", QByteArray(dress).replace(from, to));
+        return run({"export", "dress.mar", "--format", "dxf_nester", "-o", "out"});
+    };
+    EXPECT_EQ(exported("\"singleLayer\": 1,", ""), 0);
+    EXPECT_EQ(err, "kivhost: the marker is not set to a single layer: its nesting file holds the "
+                   "frame of the fabric and no pieces\n");
+    EXPECT_EQ(exported("\"GUSSET\"", "\"FRONT\""), 1);
+    EXPECT_EQ(err,
+        "kivhost: DXF-NESTER: was not written: Cannot export. One or more piece names are "
+        "repeating.\n");
+    EXPECT_EQ(exported("{\"piece\": 2, \"size\": 1, \"x\": 0, \"y\": 200}",
+                  "{\"piece\": 1, \"size\": 1}, {\"piece\": 2, \"size\": 1, \"y\": 200}"),
+        0);
+    EXPECT_EQ(err, "kivhost: group 1 in stand-by is not in the nesting file: its pieces do not "
+                   "join to one shape\n");
+    EXPECT_EQ(exported("\"GUSSET\"", "\"GU$SET\""), 3);
+    EXPECT_EQ(err, "kivhost: dress.mar: $.fabrics[0].pieces[1].name: found the text \"GU$SET\", "
+                   "expected a name without the character $\n");
 }
 
 TEST_F(ProgramTest, RefusesAWrongPanelAndAFabricThatCannotBeCut)
