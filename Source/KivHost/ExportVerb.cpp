@@ -164,7 +164,7 @@ void ExportRun::checkBefore(const FileFormat &format)
 {
     QString fault = findFormatDataFault(format.tag, KivApplication::instance()->pluginsDir());
     if (format.tag == nestingFormatTag()) {
-        fault = fault.isEmpty() ? findNestingFault() : fault;
+        fault = fault.isEmpty() ? findNestingFault(m_document) : fault;
         const QString remark = nestingRemark(m_document);
         if (!remark.isEmpty()) {
             m_console.message(remark);

@@ -42,15 +42,19 @@ std::vector<std::pair<int, const CDbGrPolysObject *>> groupsToFuse(const CDbMark
 QString nestingRemark(const DocumentMak &document)
 {
     const CDbMarkerDrawing *drawing = document.drawing();
-    if (drawing == nullptr || drawing->isSetToSingleLayer(nullptr, nullptr)) {
+    if (drawing == nullptr || drawing->getFabricsQty() == 0 ||
+        drawing->isSetToSingleLayer(nullptr, nullptr)) {
         return {};
     }
     return QStringLiteral("the marker is not set to a single layer: its nesting file holds the "
                           "frame of the fabric and no pieces");
 }
 
-QString findNestingFault()
+QString findNestingFault(const DocumentMak &document)
 {
+    if (document.drawing() == nullptr || document.drawing()->getFabricsQty() == 0) {
+        return QStringLiteral("the marker holds nothing for it");
+    }
     return groupsWereFused ? QStringLiteral("an earlier nesting export of this run fused groups in "
                                             "stand-by; start the program anew for another one")
                            : QString();

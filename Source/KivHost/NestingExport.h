@@ -21,9 +21,10 @@ QString nestingRemark(const DocumentMak &document);
 /// A sentence for each group in stand-by that the file does not hold, after an export.
 QStringList nestingLosses(const DocumentMak &document);
 
-/// The nesting format fuses the groups in stand-by and can do so once in a process: a second export
-/// would end the program. These tell whether one went before, and note one that was made.
-QString findNestingFault();
+/// Why the nesting format must not be asked, as one sentence; empty when it may. It fuses the groups
+/// in stand-by and can do so once in a process: a second export would end the program, so that one
+/// that was made is noted.
+QString findNestingFault(const DocumentMak &document);
 void noteNestingExport(const DocumentMak &document);
 
 } // namespace KivSystem

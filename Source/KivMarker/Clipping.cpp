@@ -73,12 +73,31 @@ Paths combined(const Paths &subject, const Paths &clip, ClipperLib::ClipType typ
 
 Paths offset(const Paths &paths, double distance)
 {
-    constexpr double miterLimit = 3;
-    ClipperLib::ClipperOffset offsetter(miterLimit);
-    offsetter.AddPaths(paths, ClipperLib::jtMiter, ClipperLib::etClosedPolygon);
+    constexpr double miterLimit = 2;   // of no use for round corners
+    constexpr double roundness = 0.01; // how far the points of an arc may be off, of the distance
+    ClipperLib::ClipperOffset offsetter(miterLimit, roundness * std::abs(distance) / kClippingUnit);
+    offsetter.AddPaths(paths, ClipperLib::jtRound, ClipperLib::etClosedPolygon);
     Paths result;
     offsetter.Execute(result, distance / kClippingUnit);
     return result;
+}
+
+// The loops of an outline that crosses itself, what is inside being told by the even-odd rule.
+Paths loopsOf(const Contour &contour)
+{
+    Paths loops;
+    ClipperLib::SimplifyPolygon(toPath(contour), loops, ClipperLib::pftEvenOdd);
+    return loops;
+}
+
+Paths loopsOf(const std::vector<Contour> &contours)
+{
+    Paths all;
+    for (const Contour &contour : contours) {
+        const Paths loops = loopsOf(contour);
+        all.insert(all.end(), loops.begin(), loops.end());
+    }
+    return all;
 }
 
 // Gives each corner that came through the clipping, or was moved by no more than the tolerance, its
@@ -97,6 +116,19 @@ public:
 
     void restore(Contour &contour) const
     {
+        restorePoints(contour);
+        const auto isSame = [](const GeoPoint2D &a, const GeoPoint2D &b) {
+            return a.x == b.x && a.y == b.y;
+        };
+        contour.erase(std::unique(contour.begin(), contour.end(), isSame), contour.end());
+        while (contour.size() > 1 && isSame(contour.front(), contour.back())) {
+            contour.pop_back();
+        }
+    }
+
+private:
+    void restorePoints(Contour &contour) const
+    {
         for (GeoPoint2D &point : contour) {
             double nearest = m_tolerance;
             const double x = point.x;
@@ -113,18 +145,78 @@ public:
         }
     }
 
-private:
     double m_tolerance;
     std::vector<GeoPoint2D> m_corners;
 };
 
-double areaOf(const Paths &paths)
+// The nearest point to `point` of the segment between two corners.
+GeoPoint2D nearestOn(const IntPoint &from, const IntPoint &to, const IntPoint &point)
 {
-    double area = 0;
-    for (const Path &path : paths) {
-        area += ClipperLib::Area(path);
+    const auto dx = static_cast<double>(to.X - from.X);
+    const auto dy = static_cast<double>(to.Y - from.Y);
+    const double length = dx * dx + dy * dy;
+    const double along =
+        static_cast<double>(point.X - from.X) * dx + static_cast<double>(point.Y - from.Y) * dy;
+    const double share = length > 0 ? std::clamp(along / length, 0.0, 1.0) : 0;
+    return {static_cast<double>(from.X) + share * dx, static_cast<double>(from.Y) + share * dy};
+}
+
+// A small square over each place where a corner of one path comes within `reach` of another path.
+Paths bridges(const Path &path, const Path &other, double reach)
+{
+    Paths squares;
+    for (const IntPoint &corner : path) {
+        for (std::size_t index = 0; index < other.size(); ++index) {
+            const GeoPoint2D near =
+                nearestOn(other[index], other[(index + 1) % other.size()], corner);
+            const double distance = std::hypot(
+                near.x - static_cast<double>(corner.X), near.y - static_cast<double>(corner.Y));
+            if (distance <= reach) {
+                const auto half = static_cast<ClipperLib::cInt>(reach);
+                squares.push_back(
+                    {{corner.X - half, corner.Y - half}, {corner.X + half, corner.Y - half},
+                        {corner.X + half, corner.Y + half}, {corner.X - half, corner.Y + half}});
+                break;
+            }
+        }
     }
-    return area * kClippingUnit * kClippingUnit;
+    return squares;
+}
+
+bool areNear(const Path &left, const Path &right, double reach)
+{
+    const auto bounds = [](const Path &path) {
+        ClipperLib::IntRect rect{path[0].X, path[0].Y, path[0].X, path[0].Y};
+        for (const IntPoint &point : path) {
+            rect.left = std::min(rect.left, point.X);
+            rect.right = std::max(rect.right, point.X);
+            rect.top = std::min(rect.top, point.Y);
+            rect.bottom = std::max(rect.bottom, point.Y);
+        }
+        return rect;
+    };
+    const ClipperLib::IntRect a = bounds(left);
+    const ClipperLib::IntRect b = bounds(right);
+    const auto gap = static_cast<ClipperLib::cInt>(reach);
+    return a.left <= b.right + gap && b.left <= a.right + gap && a.top <= b.bottom + gap &&
+           b.top <= a.bottom + gap;
+}
+
+// Joins what stands tip before edge, or tip before tip.
+Paths bridged(const Paths &paths, double tolerance)
+{
+    constexpr double rounding = 2; // units
+    const double reach = tolerance / kClippingUnit + rounding;
+    Paths all = paths;
+    for (std::size_t first = 0; first < paths.size(); ++first) {
+        for (std::size_t second = 0; second < paths.size(); ++second) {
+            if (first != second && areNear(paths[first], paths[second], reach)) {
+                const Paths squares = bridges(paths[first], paths[second], reach);
+                all.insert(all.end(), squares.begin(), squares.end());
+            }
+        }
+    }
+    return all.size() > paths.size() ? combined(all, {}, ClipperLib::ctUnion) : paths;
 }
 
 } // namespace
@@ -139,32 +231,42 @@ Contour simplified(const Contour &outline, double tolerance)
     return result.size() >= closedTriangle ? Contour(result.begin(), result.end() - 1) : outline;
 }
 
-Region joined(const std::vector<Contour> &outlines, double tolerance)
+Region joined(const std::vector<Contour> &outlines, double tolerance, bool fillHoles)
 {
-    Paths paths = combined(toPaths(outlines), {}, ClipperLib::ctUnion);
-    Region region = regionOf(paths);
-    const bool apart = region.outer.size() > 1 && tolerance > 0;
+    Paths paths = combined(loopsOf(outlines), {}, ClipperLib::ctUnion);
+    const bool apart = regionOf(paths).outer.size() > 1 && tolerance > 0;
     if (apart) {
-        // Widened by half the tolerance they meet, and made narrower again they stay together.
-        region = regionOf(offset(offset(paths, tolerance / 2), -tolerance / 2));
+        // Widened they meet, and made narrower again they stay together, but for tips.
+        paths = bridged(offset(offset(paths, tolerance), -tolerance), tolerance);
     }
-    constexpr double miterReach = 3; // a sharp corner moves by up to so many times the offset
+    Region region = regionOf(paths);
+    if (fillHoles) { // also what lies within a hole without touching its border
+        region = regionOf(combined(toPaths(region.outer), {}, ClipperLib::ctUnion));
+    }
+    constexpr double reach = 2; // the points of an arc lie nearer to their corner than that
     const double rounding = 2 * kClippingUnit;
-    const CornerMemory memory(outlines, apart ? miterReach * tolerance : rounding);
-    std::for_each(region.outer.begin(), region.outer.end(),
-        [&memory](Contour &contour) { memory.restore(contour); });
+    const CornerMemory memory(outlines, apart ? reach * tolerance : rounding);
+    for (Contour &contour : region.outer) {
+        memory.restore(contour);
+        if (apart) {
+            contour = simplified(contour, tolerance); // the dents where the gaps end
+        }
+    }
     return region;
 }
 
 Contour widened(const Contour &outline, double distance)
 {
-    const Region region = regionOf(offset({toPath(outline)}, distance));
-    return region.outer.empty() ? outline : region.outer.front();
+    const Paths parts = offset(loopsOf(outline), distance);
+    const auto largest = std::max_element(parts.begin(), parts.end(),
+        [](const Path &a, const Path &b) { return ClipperLib::Area(a) < ClipperLib::Area(b); });
+    return largest != parts.end() ? regionOf({*largest}).outer.front() : outline;
 }
 
-double differenceArea(const Contour &left, const Contour &right)
+bool liesWithin(const Contour &inner, const Contour &outer, double tolerance)
 {
-    return areaOf(combined({toPath(left)}, {toPath(right)}, ClipperLib::ctXor));
+    return combined(loopsOf(inner), offset(loopsOf(outer), tolerance), ClipperLib::ctDifference)
+        .empty();
 }
 
 std::vector<Contour> widenedUnion(const std::vector<Contour> &outlines, double gapX, double gapY)

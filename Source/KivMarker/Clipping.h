@@ -31,19 +31,21 @@ struct Region
 /// widened by as much more as that may take away, kSimplified of the larger gap.
 std::vector<Contour> widenedUnion(const std::vector<Contour> &outlines, double gapX, double gapY);
 
-/// The outer contours of the union of the outlines. With a `tolerance` above 0, outlines that are
-/// no further apart are joined where that makes one contour of several. Corners of the outlines
-/// come back as they were given, to the last digit.
-Region joined(const std::vector<Contour> &outlines, double tolerance);
+/// The contours of the union of the outlines. With a `tolerance` above 0, outlines that are no
+/// further apart are joined where that makes one contour of several. With `fillHoles` what they
+/// enclose belongs to them. Corners of the outlines come back as they were given, to the last
+/// digit.
+Region joined(const std::vector<Contour> &outlines, double tolerance, bool fillHoles);
 
-/// The outline `distance` cm wider all round, with its corners kept sharp up to a limit.
+/// The outline `distance` cm wider all round, its outer corners rounded; where that falls apart,
+/// the largest part.
 Contour widened(const Contour &outline, double distance);
 
 /// The outline without points whose omission moves it by no more than `tolerance` cm.
 Contour simplified(const Contour &outline, double tolerance);
 
-/// The area in square cm that is inside of one of two outlines and outside of the other.
-double differenceArea(const Contour &left, const Contour &right);
+/// Whether nothing of `inner` is further than the tolerance, in cm, from what `outer` encloses.
+bool liesWithin(const Contour &inner, const Contour &outer, double tolerance);
 
 /// What of `subject` lies outside of `others`, and all of `kept`, as far as it lies on the cloth.
 Region remainder(const std::vector<Contour> &subject, const std::vector<Contour> &others,

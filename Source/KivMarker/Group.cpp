@@ -113,7 +113,7 @@ void CDbGrPolysObject::fusion(bool withSpacing, short contour, bool fillHoles, d
     }
     setErrorCode(error, outlines.empty() ? k_error_missing : k_no_error);
 
-    const Region region = joined(outlines, tolerance);
+    const Region region = joined(outlines, tolerance, fillHoles);
     if (region.outer.size() != 1 || !(fillHoles || region.holes.empty())) {
         return;
     }

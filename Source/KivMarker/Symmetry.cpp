@@ -1,9 +1,5 @@
 #include "Clipping.h"
-#include "CutDocument/InteriorPlace.h"
 #include "KivMarker/Point.h"
-
-#include <algorithm>
-#include <cmath>
 
 namespace KivSystem {
 
@@ -21,12 +17,8 @@ bool CDbVectorsObjectTable::isSymmetrical(const CDbMarkerPointObject &centre, bo
             point.y = 2 * centre.y - point.y;
         }
     }
-    // The points find thin spikes, the area finds edges that run elsewhere between the same points.
-    const bool pointsLieOn =
-        std::all_of(image.begin(), image.end(), [&outline](const GeoPoint2D &point) {
-            return std::abs(clearance(outline, point)) <= kSymmetryTolerance;
-        });
-    return pointsLieOn && differenceArea(outline, image) <= kSymmetryTolerance * perimeter();
+    // What holds for the image holds for the outline, which is the image's own image.
+    return liesWithin(image, outline, kSymmetryTolerance);
 }
 
 } // namespace KivSystem

@@ -3,18 +3,25 @@
 #include "KivMarker/ErrorCodes.h"
 #include "KivMarker/Fabric.h"
 
+#include <optional>
+
 namespace KivSystem {
 namespace {
 
-// Where a tied point lies on a polygon of its piece.
-CDbMarkerPointObject placedPoint(
+// Where a tied point lies on a polygon of its piece; nothing when the polygon's own shape lacks it.
+std::optional<GeoPoint2D> placedPoint(
     const CDbFabricObject &fabric, const TiedPoint &tied, const CDbPolygon &polygon)
 {
+    if (polygon.hasOwnShape()) {
+        const CDbVectorsObjectTable &own =
+            tied.internal ? polygon.internalPoints : *polygon.currentContour();
+        return tied.point <= own.size() ? std::optional<GeoPoint2D>(own[tied.point - 1])
+                                        : std::nullopt;
+    }
     const CDbPieceObject *piece = fabric.findPieceAccordingIndex(tied.piece, nullptr);
     const PieceShape &shape = piece->getPieceSize(polygon.pieceSize()).shape;
     const CDbVectorsObjectTable &points = tied.internal ? shape.internalPoints : shape.contour;
-    const GeoPoint2D place = polygon.placement().affine().applyToPoint(points[tied.point - 1]);
-    return CDbMarkerPointObject(place.x, place.y);
+    return polygon.placement().affine().applyToPoint(points[tied.point - 1]);
 }
 
 bool isSingle(const CDbFabricObject &fabric, const CDbPolygon &polygon)
@@ -35,6 +42,22 @@ bool ties(const TwainLink &link, const CDbFabricObject &fabric, const CDbPolygon
         return first.isLeft() && !second.isLeft();
     }
     return first.isLeft() == second.isLeft() || isSingle(fabric, first) || isSingle(fabric, second);
+}
+
+bool tie(const TwainLink &link, const CDbFabricObject &fabric, const CDbPolygon &first,
+    const CDbPolygon &second, CDbMarkerPointObject *onFirst, CDbMarkerPointObject *onSecond)
+{
+    if (!ties(link, fabric, first, second)) {
+        return false;
+    }
+    const std::optional<GeoPoint2D> one = placedPoint(fabric, link.first, first);
+    const std::optional<GeoPoint2D> other = placedPoint(fabric, link.second, second);
+    if (!one || !other) {
+        return false;
+    }
+    *onFirst = CDbMarkerPointObject(one->x, one->y);
+    *onSecond = CDbMarkerPointObject(other->x, other->y);
+    return true;
 }
 
 } // namespace
@@ -59,15 +82,8 @@ void CDbTwainLinkPiecesObjectTable::getTheVectorsLinkTwoPolys(const CDbFabricObj
     }
     setErrorCode(error, k_no_error);
     const TwainLink &wanted = at(link - 1);
-    if (ties(wanted, *fabric, *polygonA, *polygonB)) {
-        *onA = placedPoint(*fabric, wanted.first, *polygonA);
-        *onB = placedPoint(*fabric, wanted.second, *polygonB);
-        *found = true;
-    } else if (ties(wanted, *fabric, *polygonB, *polygonA)) {
-        *onA = placedPoint(*fabric, wanted.second, *polygonA);
-        *onB = placedPoint(*fabric, wanted.first, *polygonB);
-        *found = true;
-    }
+    *found = tie(wanted, *fabric, *polygonA, *polygonB, onA, onB) ||
+             tie(wanted, *fabric, *polygonB, *polygonA, onB, onA);
 }
 
 } // namespace KivSystem

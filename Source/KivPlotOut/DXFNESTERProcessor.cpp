@@ -18,7 +18,9 @@ namespace {
 
 CDbFabricObject *currentFabric(const CDbMarkerDrawing &drawing)
 {
-    return drawing.getFabric(static_cast<short>(drawing.currentFabric - 1));
+    CDbFabricObject *fabric = drawing.getFabric(static_cast<short>(drawing.currentFabric - 1));
+    KIV_CHECK_OPERATION(fabric != nullptr); // a marker without fabrics
+    return fabric;
 }
 
 bool hasRepeatedNames(const CDbFabricObject &fabric)

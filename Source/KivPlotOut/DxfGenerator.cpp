@@ -88,7 +88,8 @@ void t_Generateur_Fichier_DXF_Nester::Creer_Blocks_Pieces_Charte(bool sansPieces
         const bool withoutRight = sansPiecesDroites && (piece->getKIVPieceSingle() ||
                                                            Le_Fabric->fabricType != PlainFabric);
         short numero = 0;
-        for (short taille = 1; taille <= piece->getNumberOfSizes(); ++taille) {
+        for (int size = 1; size <= piece->getNumberOfSizes(); ++size) {
+            const auto taille = static_cast<short>(size);
             if (sizes->quantityClothingBySize(Le_Fabric, La_Couche, piece, taille) <= 0) {
                 continue;
             }
@@ -195,7 +196,8 @@ void t_Generateur_Fichier_DXF_Nester::tieGroups(
             CDbMarkerPointObject onA;
             CDbMarkerPointObject onB;
             bool found = false;
-            for (short link = 1; link <= links.getTwainLinkPiecesCount() && !found; ++link) {
+            for (int number = 1; number <= links.getTwainLinkPiecesCount() && !found; ++number) {
+                const auto link = static_cast<short>(number);
                 short code_erreur = 0;
                 links.getTheVectorsLinkTwoPolys(
                     Le_Fabric, link, a, b, &code_erreur, &onA, &onB, &found);

@@ -27,6 +27,7 @@ const QString Code_39 = QStringLiteral(" 39");
 const QString Code_40 = QStringLiteral(" 40");
 const QString Code_42 = QStringLiteral(" 42");
 const QString Code_50 = QStringLiteral(" 50");
+const QString Code_51 = QStringLiteral(" 51");
 const QString Code_66 = QStringLiteral(" 66");
 const QString Code_70 = QStringLiteral(" 70");
 const QString Code_999 = QStringLiteral("999");
@@ -129,11 +130,15 @@ constexpr int kDecimals = 4;
 constexpr double kTextHeight = 0.1;
 
 // A number as std::to_chars writes it is the locale's when the locale has these digits and signs
-// and does not group them; the locale's own way takes several times as long.
+// and does not group them; the locale's own way takes several times as long. A number half-way
+// between two texts, which is an odd number of 32nds, is rounded by either in its own way.
 bool hasPlainDigits(const QLocale &locale, double value)
 {
     constexpr double firstGrouped = 999;
-    return std::abs(value) < firstGrouped && locale.zeroDigit() == QLatin1Char('0') &&
+    constexpr double halfWay = 32;
+    const double parts = value * halfWay;
+    const bool isHalfWay = parts == std::trunc(parts) && std::fmod(parts, 2) != 0;
+    return std::abs(value) < firstGrouped && !isHalfWay && locale.zeroDigit() == QLatin1Char('0') &&
            locale.negativeSign() == QLatin1Char('-');
 }
 

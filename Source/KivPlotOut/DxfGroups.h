@@ -31,6 +31,7 @@ extern const QString Code_39;
 extern const QString Code_40;
 extern const QString Code_42;
 extern const QString Code_50;
+extern const QString Code_51;
 extern const QString Code_66;
 extern const QString Code_70;
 extern const QString Code_999;
@@ -138,7 +139,7 @@ void assignLayers();
 
 /// Four decimals in the form of the default locale: QLocale().toString(value, 'f', 4).
 QString real(double value);
-/// The shortest digits that tell the value, in the C locale.
+/// At most six digits, without zeros at the end, in the C locale.
 QString shortReal(double value);
 const QString &trueOrFalse(bool value);
 /// KEY:value

@@ -20,6 +20,12 @@ QFileDevice::FileError OutputFile::finish()
     return m_firstError == NoError ? error() : m_firstError;
 }
 
+bool OutputFile::open(OpenMode mode)
+{
+    m_firstError = NoError;
+    return QFile::open(mode);
+}
+
 void OutputFile::close()
 {
     if (isOpen()) {
@@ -40,7 +46,7 @@ bool OutputFile::resize(qint64 size)
 
 qint64 OutputFile::size() const
 {
-    return QFile::size() + m_buffer.size();
+    return qMax(QFile::size(), m_bufferStart + m_buffer.size());
 }
 
 qint64 OutputFile::readData(char *data, qint64 length)
@@ -52,6 +58,9 @@ qint64 OutputFile::writeData(const char *data, qint64 length)
 {
     if (m_buffer.size() + length > kBufferSize && !handOn()) {
         return -1;
+    }
+    if (m_buffer.isEmpty()) {
+        m_bufferStart = pos();
     }
     m_buffer.append(data, static_cast<int>(length));
     return length;

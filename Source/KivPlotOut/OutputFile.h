@@ -24,6 +24,7 @@ public:
     /// write that failed is kept in mind, which QFileDevice forgets at the next one.
     FileError finish();
 
+    bool open(OpenMode mode) override;
     void close() override;
     bool seek(qint64 offset) override;
     bool resize(qint64 size) override;
@@ -38,6 +39,7 @@ private:
     void noteError();
 
     QByteArray m_buffer;
+    qint64 m_bufferStart = 0; // where the buffer belongs in the file
     FileError m_firstError = NoError;
 };
 

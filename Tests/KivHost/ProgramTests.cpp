@@ -343,6 +343,10 @@ TEST_F(ProgramTest, TellsWhatANestingFileLacks)
     EXPECT_EQ(exported("\"GUSSET\"", "\"GU$SET\""), 3);
     EXPECT_EQ(err, "kivhost: dress.mar: $.fabrics[0].pieces[1].name: found the text \"GU$SET\", "
                    "expected a name without the character $\n");
+    folder.write("none.mar", "{\"format\": \"kiv-marker\", \"version\": 1, \"singleLayer\": 1, "
+                             "\"layers\": [{\"name\": \"\"}], \"fabrics\": [], \"styles\": []}");
+    EXPECT_EQ(run({"export", "none.mar", "--format", "dxf_nester", "-o", "out"}), 1);
+    EXPECT_EQ(err, "kivhost: DXF-NESTER: was not written: the marker holds nothing for it\n");
 }
 
 TEST_F(ProgramTest, RefusesAWrongPanelAndAFabricThatCannotBeCut)

@@ -151,9 +151,9 @@ TEST(Polygon, IsSymmetricalByItsShapeAndNotByItsPoints)
     EXPECT_FALSE(symmetrical({{0, 0}, {8, 1}, {8, 3}, {0, 4}}, true));
     EXPECT_TRUE(symmetrical({{0, 0}, {8, 0}, {8, 4.009}, {0, 4}}, true));
     EXPECT_FALSE(symmetrical({{0, 0}, {8, 0}, {8, 4.02}, {0, 4}}, true));
-    // A thin spike, and edges that run elsewhere between mirrored points.
+    // A thin spike outward, and edges that run elsewhere between mirrored points.
     EXPECT_FALSE(
-        symmetrical({{0, 0}, {8, 0}, {8, 4}, {4, 4}, {4.001, 3}, {4.002, 4}, {0, 4}}, false));
+        symmetrical({{0, 0}, {8, 0}, {8, 4}, {4, 4}, {4.001, 5}, {4.002, 4}, {0, 4}}, false));
     EXPECT_FALSE(symmetrical({{0, 0}, {4, 1}, {8, 0}, {8, 4}, {0, 4}, {4, 3}}, false));
 }
 
@@ -186,6 +186,12 @@ TEST(Group, FusesPolygonsThatTouchIntoOneContour)
     EXPECT_EQ(
         fused({{0, 0}, {10, 0}, {20, 0}, {0, 10}, {20, 10}, {0, 20}, {10, 20}, {20, 20}}, false),
         0);
+
+    // A corner that stands before an edge, and a piece that lies within the others.
+    EXPECT_NEAR(fused({{0, 0}, {10.00007, 10.00006}}), 200, 0.01);
+    EXPECT_EQ(fused({{0, 0}, {10, 0}, {20, 0}, {30, 0}, {0, 10}, {30, 10}, {0, 20}, {30, 20},
+                  {0, 30}, {10, 30}, {20, 30}, {30, 30}, {15, 15}}),
+        1600);
 
     CDbGrPolysObject group;
     squaresAt(group, {{0.1, 0.1}, {10.1, 0.1}}).fusion(false, 0, true, 0, 2, 1, 0, nullptr);

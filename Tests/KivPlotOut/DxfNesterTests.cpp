@@ -419,6 +419,7 @@ TEST(DxfReal, IsWhatTheDefaultLocaleWritesWithFourDecimals)
         0.0, -0.0, -0.00001, 0.00005, 998.99995, 999, 999.99995, -1000, 1234567.891, 0.1};
     for (int i = 0; i < 2000; ++i) {
         values.push_back(mantissa(random) * std::pow(10, exponent(random)));
+        values.push_back((i - 1000) / 32.0); // half-way between two texts
     }
     for (const char *name : {"C", "en_US", "de_DE", "fr_FR", "hi_IN", "ar_EG", "sv_SE", "de_CH"}) {
         QLocale::setDefault(QLocale(name));

@@ -314,6 +314,7 @@ TEST_F(MarkerExporterTest, FlushedLinesReachTheFileTogetherAndAlsoWhenTheExportF
         readBack = device->readLine();
         device->seek(3);
         stream << "+" << Qt::endl;
+        EXPECT_EQ(device->size(), 8);
         throw std::runtime_error("the format gave up");
     };
     user->saveNames = {name};

@@ -45,6 +45,8 @@ public:
     /// right, and a single piece with both sides of the other one. A link of a piece with itself
     /// ties a left-hand piece, at its first point, with a right-hand one, at its second.
     ///
+    /// A polygon with a shape of its own has its points by their numbers there, if it has so many.
+    ///
     /// k_error_index for a link past the end; k_error_missing for a null fabric or polygon.
     void getTheVectorsLinkTwoPolys(const CDbFabricObject *fabric, short link,
         const CDbPolygon *polygonA, const CDbPolygon *polygonB, short *error,
