@@ -21,9 +21,9 @@ QString nestingRemark(const DocumentMak &document);
 /// A sentence for each group in stand-by that the file does not hold, after an export.
 QStringList nestingLosses(const DocumentMak &document);
 
-/// Why the nesting format must not be asked, as one sentence; empty when it may. It fuses the groups
-/// in stand-by and can do so once in a process: a second export would end the program, so that one
-/// that was made is noted.
+/// Why the nesting format must not be asked, as one sentence; empty when it may. It fuses the
+/// groups in stand-by and can do so once in a process: a second export would end the program, so
+/// that one that was made is noted.
 QString findNestingFault(const DocumentMak &document);
 void noteNestingExport(const DocumentMak &document);
 
