@@ -39,6 +39,7 @@ class Shape:
     contour: list
     internal_points: list = field(default_factory=list)
     internal_lines: list = field(default_factory=list)
+    seam: list = field(default_factory=list)
 
 
 @dataclass(frozen=True)
@@ -142,23 +143,38 @@ def _mirrored(point):
     return replace(point, y=rounded(-point.y), notch=notch)
 
 
+def sewn(shape, allowance):
+    """The shape with its seam, which runs inside of the contour by the allowance."""
+    contour, seam = shape.contour, []
+    for before, point, after in zip(contour[-1:] + contour, contour, contour[1:] + contour[:1]):
+        first = _inward((point.x - before.x, point.y - before.y))
+        second = _inward((after.x - point.x, after.y - point.y))
+        reach = allowance / (1 + first[0] * second[0] + first[1] * second[1])
+        x = point.x + reach * (first[0] + second[0])
+        y = point.y + reach * (first[1] + second[1])
+        seam.append(corner(x, y, kind="curve" if point.kind == "curve" else "corner"))
+    return replace(shape, seam=seam)
+
+
 def folded_half(shape, upper):
     """The half of a symmetric shape that lies on folded cloth, its fold along y = 0."""
 
     def lies_here(point):
         return point.y >= 0 if upper else point.y <= 0
 
-    contour = shape.contour
-    first = next(
-        index
-        for index, point in enumerate(contour)
-        if lies_here(point) and not lies_here(contour[index - 1])
-    )
-    half = [point for point in contour[first:] + contour[:first] if lies_here(point)]
-    # A notch on the fold would run along the fold's edge: the fold itself marks that place.
-    half = [Point(point.x, 0.0) if point.y == 0 else point for point in half]
+    def half_of(points):
+        first = next(
+            index
+            for index, point in enumerate(points)
+            if lies_here(point) and not lies_here(points[index - 1])
+        )
+        half = [point for point in points[first:] + points[:first] if lies_here(point)]
+        # A notch on the fold would run along the fold's edge: the fold itself marks that place.
+        return [Point(point.x, 0.0) if point.y == 0 else point for point in half]
+
     lines = [line for line in shape.internal_lines if all(map(lies_here, line.points))]
-    return Shape(half, list(filter(lies_here, shape.internal_points)), lines)
+    marks = list(filter(lies_here, shape.internal_points))
+    return Shape(half_of(shape.contour), marks, lines, half_of(shape.seam) if shape.seam else [])
 
 
 def shifted(shape, dx, dy):
@@ -166,7 +182,12 @@ def shifted(shape, dx, dy):
         return [replace(p, x=rounded(p.x + dx), y=rounded(p.y + dy)) for p in points]
 
     lines = [Line(line.kind, move(line.points)) for line in shape.internal_lines]
-    return Shape(move(shape.contour), move(shape.internal_points), lines)
+    return Shape(move(shape.contour), move(shape.internal_points), lines, move(shape.seam))
+
+
+def number_of(points, x, y):
+    """The number by which a link refers to the point at that place."""
+    return [(point.x, point.y) for point in points].index((rounded(x), rounded(y))) + 1
 
 
 def area(points):

@@ -4,7 +4,7 @@ import math
 from collections import Counter
 from dataclasses import dataclass
 
-from .drafting import area, crosses_itself, encloses, folded_half, rounded, shifted
+from .drafting import area, corner, crosses_itself, encloses, folded_half, rounded, shifted
 from .marker import Group
 
 TOLERANCE = 1e-6
@@ -47,6 +47,12 @@ def box_of(polygon):
         places = [(x + polygon.x, y + polygon.y) for x, y in places]
     xs, ys = zip(*places)
     return Box(min(xs), min(ys), max(xs), max(ys))
+
+
+def placed(polygon, x, y):
+    """Where a place of the piece lies once its polygon has been laid."""
+    turned_place = turned([corner(x, y)], polygon.mirrored, polygon.rotation)[0]
+    return rounded(turned_place[0] + polygon.x), rounded(turned_place[1] + polygon.y)
 
 
 class Table:
@@ -142,7 +148,10 @@ def _check_shape(name, shape):
         if point.notch:
             x, y = point.x + point.notch[0], point.y + point.notch[1]
             _demand(encloses(shape.contour, x, y), f"{name}: a notch leaves the piece at {point}")
-    for point in shape.internal_points:
+    if shape.seam:
+        _demand(area(shape.seam) > 0, f"{name}: the seam is turned inside out")
+        _demand(not crosses_itself(shape.seam), f"{name}: the seam crosses itself")
+    for point in shape.internal_points + shape.seam:
         _demand(encloses(shape.contour, point.x, point.y), f"{name}: {point} lies outside")
 
 

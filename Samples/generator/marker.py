@@ -6,8 +6,8 @@ from typing import Optional
 
 from .drafting import Point, Shape
 
-# Arrays that hold one point on each line, however short the points are.
-POINT_ARRAYS = {"contour", "internalPoints", "points"}
+# Arrays that hold one point or link on each line, however short they are.
+POINT_ARRAYS = {"contour", "seam", "internalPoints", "points", "path", "links"}
 
 
 @dataclass(frozen=True)
@@ -25,6 +25,31 @@ class Text:
     y: float
     align: str = "left"
     letter_size: float = 18
+    section: str = "marker"
+    box: Optional[tuple] = None
+    path: list = field(default_factory=list)  # (x, y)
+    path_origin: Optional[tuple] = None
+
+
+@dataclass(frozen=True)
+class Link:
+    start: tuple  # ("contour" or "internal", number)
+    end: tuple
+    kind: str = "tree"
+    line: str = "solid"
+    pattern: Optional[list] = None
+    shift: float = 0
+    screen_only: bool = False
+
+
+@dataclass(frozen=True)
+class Image:
+    x: float
+    y: float
+    width: float
+    height: float
+    rotation: float = 0
+    file: str = ""
 
 
 @dataclass(frozen=True)
@@ -73,8 +98,11 @@ class Polygon:
     paired_ballot: bool = False
     folded: bool = False
     color: int = 0
+    spacing: float = 0
     shape: Optional[Shape] = None
     texts: list = field(default_factory=list)
+    links: list = field(default_factory=list)
+    images: list = field(default_factory=list)
 
     @property
     def mirrored(self):
@@ -128,7 +156,7 @@ class Marker:
     keywords: str
     comments: str
     date_stamp: str
-    layers: list
+    layers: list  # (name, rank)
     fabrics: list
     styles: list
     single_layer: int = 0
@@ -167,7 +195,7 @@ def _marker(marker):
         ("summary", summary, {}),
         ("singleLayer", marker.single_layer, 0),
         ("optimised", marker.optimised, False),
-        ("layers", [{"name": name} for name in marker.layers]),
+        ("layers", [{"name": name, "rank": rank} for name, rank in marker.layers]),
         ("fabrics", [_fabric(fabric, numbers) for fabric in marker.fabrics]),
         ("styles", [_style(style) for style in marker.styles]),
     )
@@ -251,6 +279,10 @@ def _texts(texts):
             ("y", text.y),
             ("align", text.align, "left"),
             ("letterSize", text.letter_size, 18),
+            ("section", text.section, "marker"),
+            ("box", text.box and list(text.box), None),
+            ("path", [list(place) for place in text.path], []),
+            ("pathOrigin", text.path_origin and list(text.path_origin), None),
         )
         for text in texts
     ]
@@ -281,6 +313,7 @@ def _shape(shape):
     ]
     return _record(
         ("contour", _points(shape.contour)),
+        ("seam", _points(shape.seam), []),
         ("internalPoints", _points(shape.internal_points), []),
         ("internalLines", lines, []),
     )
@@ -325,8 +358,34 @@ def _polygon(polygon, fabric):
         ("pairedBallot", polygon.paired_ballot, False),
         ("folded", polygon.folded, False),
         ("color", polygon.color, 0),
+        ("spacing", polygon.spacing, 0),
         ("shape", polygon.shape and _shape(polygon.shape), None),
         ("texts", _texts(polygon.texts), []),
+        ("links", [_link(link) for link in polygon.links], []),
+        ("images", [_image(image) for image in polygon.images], []),
+    )
+
+
+def _link(link):
+    return _record(
+        ("kind", link.kind, "tree"),
+        ("from", dict([link.start])),
+        ("to", dict([link.end])),
+        ("line", link.line, "solid"),
+        ("pattern", link.pattern, None),
+        ("shift", link.shift, 0),
+        ("screenOnly", link.screen_only, False),
+    )
+
+
+def _image(image):
+    return _record(
+        ("x", image.x),
+        ("y", image.y),
+        ("width", image.width),
+        ("height", image.height),
+        ("rotation", image.rotation, 0),
+        ("file", image.file, ""),
     )
 
 

@@ -1,11 +1,23 @@
 """CHINO: trousers on folded twill, with pockets from a checked lining."""
 
-from .drafting import Line, Notch, Outline, Shape, corner, straight, symmetric
-from .layout import Table, box_of
+from .drafting import (
+    Line,
+    Notch,
+    Outline,
+    Shape,
+    corner,
+    number_of,
+    sewn,
+    straight,
+    symmetric,
+)
+from .layout import Table, box_of, placed
 from .marker import (
     Fabric,
     FabricLayer,
     Garments,
+    Image,
+    Link,
     Marker,
     Piece,
     Plaid,
@@ -20,6 +32,7 @@ from .marker import (
 STEPS = (0, 1)  # sizes 48 and 50
 TWILL_GARMENTS = [[1, 2], [1, 1]]
 LINING_GARMENTS = [[1, 2], [1, 1]]
+ALLOWANCE = 1.0
 HEM = 4.0
 KNEE = 49.0
 
@@ -95,7 +108,7 @@ def front_leg(step):
         ],
     )
     pocket = corner(m.waist_x - 16, m.front_hip - 2.2, kind="punch", punch={"cross": 0.5})
-    return Shape(contour, [pocket], [grain(20, 70, 3), crease, slant, fly])
+    return sewn(Shape(contour, [pocket], [grain(20, 70, 3), crease, slant, fly]), ALLOWANCE)
 
 
 def back_leg(step):
@@ -109,7 +122,8 @@ def back_leg(step):
     # The welt's ends are drilled lying across the grain: the matrix turns the mark by 90 degrees.
     mark = {"barLeft": 0.3, "barRight": 0.3, "diamond": 0.25, "matrix": [0, 1, -1, 0]}
     marks = [corner(m.waist_x - 9.5, y, kind="userPunch", punch=mark) for y in (-2, 12.2)]
-    return Shape(contour, [dart, *marks], [grain(20, 70, 3), crease, legs, welt])
+    lines = [grain(20, 70, 3), crease, legs, welt]
+    return sewn(Shape(contour, [dart, *marks], lines), ALLOWANCE)
 
 
 def waistband(step):
@@ -117,7 +131,8 @@ def waistband(step):
     length = Measures(step).waistband
     ends = [(0.06, Notch()), (0.28, Notch()), (0.53, Notch("vNotch", depth=0.4)), (0.78, Notch())]
     pen = Outline(0, 0).line_to(0, -4.8).line_to(length, -4.8, notches=ends).line_to(length, 0)
-    return Shape(symmetric(pen.points), [], [grain(30, 60, 2.4), grain(30, 60, -2.4)])
+    lines = [grain(30, 60, 2.4), grain(30, 60, -2.4)]
+    return sewn(Shape(symmetric(pen.points), [], lines), ALLOWANCE)
 
 
 def belt_loop(step):
@@ -194,7 +209,11 @@ LAYER_GARMENTS = [
 def twill():
     guides = [(120, "Splice"), (240, "")]
     heading = Text(["CHINO", "Twill sand, folded"], 300, 76, letter_size=24)
-    layers = [FabricLayer(78, vertical_lines=guides, texts=[heading]), FabricLayer(78)]
+    roll = Text(["Chino, twill sand", "Fold at the table's edge"], 2, -6, section="margin")
+    layers = [
+        FabricLayer(78, vertical_lines=guides, texts=[heading, roll]),
+        FabricLayer(78, horizontal_lines=[(39, "Half")], vertical_lines=[(110, "Splice")]),
+    ]
     fabric = Fabric("Twill sand", layers, twill_pieces(), type="foldBottom", gap_x=0.4, gap_y=0.4)
     fabric.rules = Rules(rotation_step=180)
     for layer, garments in zip(layers, LAYER_GARMENTS):
@@ -211,9 +230,11 @@ def lay_trousers(fabric, layer, garments):
     for size, ballot, color in garments:
         legs = [
             Polygon(front, size, rotation=180, ballot=ballot, color=color),
-            Polygon(back, size, ballot=ballot, color=color),
+            Polygon(back, size, ballot=ballot, color=color, links=back_pocket_tree()),
         ]
         group = table.lay(*legs)
+        legs[1].images.append(brand_label(legs[1]))
+        group.texts.append(along_side(legs[0]))
         lines = [f"CHINO {48 + 2 * (size - 1)}", ballot]
         group.texts.append(Text(lines, *box_of(legs[1]).center, "center"))
     for size, ballot, color in garments:
@@ -221,6 +242,40 @@ def lay_trousers(fabric, layer, garments):
         for number in range(1 if last else 3):
             turn = 90 if number == 2 else 0
             table.lay(Polygon(loop, size, rotation=turn, ballot=ballot, color=color))
+
+
+def back_pocket_tree():
+    """From the tip of the dart to the ends of the welt, and from there on to each other."""
+    dart, left, right = ("internal", 1), ("internal", 2), ("internal", 3)
+    return [
+        Link(dart, left, line="dashed", pattern=[1.5, 0.5]),
+        Link(left, right, line="chainDotted", pattern=[2, 0.5, 0.2], shift=-0.4),
+    ]
+
+
+def brand_label(polygon):
+    """The woven label under the welt of a back leg that has its place."""
+    x, y = placed(polygon, Measures(STEPS[polygon.size - 1]).waist_x - 16, 2)
+    return Image(x, y, 3, 5, polygon.rotation, "labels/chino.svg")
+
+
+def along_side(polygon):
+    """A text that follows the side seam of a front leg from the knee to the hip."""
+    m = Measures(STEPS[polygon.size - 1])
+    side = [
+        placed(polygon, point.x, point.y)
+        for point in polygon.piece.shapes[polygon.size - 1].seam
+        if KNEE <= point.x <= m.hip_x and point.y > 0
+    ]
+    x, y = side[len(side) // 2]
+    return Text(["side seam"], x, y, "center", box=(12, 1.5), path=side)
+
+
+def bag_seam(shape):
+    """The bag is folded along its middle: the ends of its bottom edge meet."""
+    end = max(point.x for point in shape.contour)
+    start, other = (number_of(shape.contour, end, y) for y in (-8.5, 4.6))
+    return [Link(("contour", start), ("contour", other), kind="sewing")]
 
 
 def lining():
@@ -242,9 +297,10 @@ def lay_lining(fabric, layer, garments):
     facing, bag = fabric.pieces
     table = Table(fabric, layer)
     for size, ballot, color in garments:
-        common = {"size": size, "ballot": ballot, "color": color}
-        left = Polygon(bag, paired_ballot=True, **common)
-        right = Polygon(bag, side="right", rotation=180, paired_ballot=True, **common)
+        common = {"size": size, "ballot": ballot, "color": color, "spacing": fabric.gap_y}
+        seam = bag_seam(bag.shapes[size - 1])
+        left = Polygon(bag, paired_ballot=True, links=seam, **common)
+        right = Polygon(bag, side="right", rotation=180, paired_ballot=True, links=seam, **common)
         if ballot == "B":
             right.rotation = 181.5
         table.lay(left, right)
@@ -264,7 +320,7 @@ def marker():
         keywords="chino, men's, 48-50",
         comments="Twill laid folded.\r\nCheck the lining's bars before cutting the pocket bags.",
         date_stamp="2026-04-02T14:05:30",
-        layers=["Layer 1", "Layer 2"],
+        layers=[("Layer 1", 2), ("Layer 2", 1)],
         fabrics=[twill(), lining()],
         styles=[Style("CHINO", "styles/trousers/chino.sty", sizes, garments)],
     )

@@ -2,12 +2,25 @@
 
 from dataclasses import replace
 
-from .drafting import Line, Notch, Outline, Shape, corner, rounded, straight, symmetric
-from .layout import Table, box_of
+from .drafting import (
+    Line,
+    Notch,
+    Outline,
+    Shape,
+    corner,
+    number_of,
+    rounded,
+    sewn,
+    straight,
+    symmetric,
+)
+from .layout import Table, box_of, placed
 from .marker import (
     Fabric,
     FabricLayer,
     Garments,
+    Image,
+    Link,
     Marker,
     Piece,
     Polygon,
@@ -22,6 +35,7 @@ STEPS = (-1, 0, 1)  # S, M and L are graded from M
 JERSEY_GARMENTS = [[1, 2, 1], [1, 0, 1]]  # for each layer, the garments of S, M and L
 RIB_GARMENTS = [[1, 2, 1]]
 HEM = 2.5
+ALLOWANCE = 1.0
 
 
 class Measures:
@@ -88,7 +102,7 @@ def front(step):
         corner(chest - 1, 14, kind="userPunch", punch={"plus": 0.6, "square": 0.25}),
         corner(m.armhole, 0, match=True),
     ]
-    return Shape(contour, marks, [grain(12, 46, -8), place])
+    return sewn(Shape(contour, marks, [grain(12, 46, -8), place]), ALLOWANCE)
 
 
 def back(step):
@@ -97,7 +111,8 @@ def back(step):
     contour = body_outline(m, 1.8, m.back_drop, notches)
     neck = m.length - m.back_drop
     keyhole = straight("cut", (neck - 1, 0), (neck - 8, 0))
-    return Shape(contour, [corner(m.armhole, 0, match=True)], [grain(12, 46, -8), keyhole])
+    lines = [grain(12, 46, -8), keyhole]
+    return sewn(Shape(contour, [corner(m.armhole, 0, match=True)], lines), ALLOWANCE)
 
 
 def sleeve(step):
@@ -123,7 +138,7 @@ def sleeve(step):
     pen.line_to(0, m.cuff)
     reach = m.cuff + (m.biceps - m.cuff) * HEM / underarm - 0.5
     hem = straight("draw", (HEM, -rounded(reach)), (HEM, rounded(reach)))
-    return Shape(pen.points, [], [grain(4, 18), hem])
+    return sewn(Shape(pen.points, [], [grain(4, 18), hem]), ALLOWANCE)
 
 
 def pocket(step):
@@ -184,9 +199,17 @@ def jersey():
             160,
             horizontal_lines=[(80, "Middle of the cloth")],
             vertical_lines=[(76, "Splice"), (152, "")],
-            texts=[Text(["BASIC TEE", "S 1 / M 2 / L 1"], 150, 150, letter_size=24)],
+            texts=[
+                Text(["BASIC TEE", "S 1 / M 2 / L 1"], 150, 150, letter_size=24),
+                Text(["Basic tee, summer", "38 to 42"], 2, 175, section="header"),
+            ],
         ),
-        FabricLayer(160, vertical_lines=[(75, "Splice")]),
+        FabricLayer(
+            160,
+            horizontal_lines=[(40, "Quarter"), (120, "Three quarters")],
+            vertical_lines=[(75, "Splice")],
+            texts=[Text(["Check the roll's edge"], 2, -8, section="margin")],
+        ),
     ]
     fabric = Fabric("Jersey navy", layers, pieces(), gap_x=0.3, gap_y=0.3)
     fabric.rules = Rules(rotation_step=180, fine_rotation=1.5)
@@ -199,13 +222,57 @@ def garment(fabric, size, ballot, color, turn):
     """The polygons of one garment in the order of the fabric's pieces, the sleeve twice."""
     body, rear, arm, patch = fabric.pieces
     common = {"size": size, "ballot": ballot, "color": color}
+    m = Measures(STEPS[size - 1])
+    tree, seam = pocket_tree(body.shapes[size - 1], m), underarm_seam(arm.shapes[size - 1], m)
     return [
-        Polygon(body, rotation=turn, **common),
+        Polygon(body, rotation=turn, links=tree, **common),
         Polygon(rear, rotation=180 - turn, **common),
-        Polygon(arm, rotation=turn, **common),
-        Polygon(arm, side="right", rotation=turn, **common),
+        Polygon(arm, rotation=turn, links=seam, **common),
+        Polygon(arm, side="right", rotation=turn, links=seam, **common),
         Polygon(patch, **common),
     ]
+
+
+def pocket_tree(shape, m):
+    """From the middle of the chest to the neck, and to the pocket's marks one after the other."""
+    neck = number_of(shape.contour, m.length - m.front_drop, 0)
+    chest, near, far = ("internal", 3), ("internal", 1), ("internal", 2)
+    return [
+        Link(near, far, line="dashed", pattern=[1, 0.5], shift=0.3),
+        Link(chest, near),
+        Link(chest, ("contour", neck), line="chainDotted", pattern=[3, 0.6, 0.2]),
+    ]
+
+
+def underarm_seam(shape, m):
+    return [
+        Link(
+            ("contour", number_of(shape.contour, x, -width)),
+            ("contour", number_of(shape.contour, x, width)),
+            kind="sewing",
+        )
+        for x, width in ((0, m.cuff), (11.0, m.biceps))
+    ]
+
+
+def wave_print(polygon):
+    """The print between the shoulder blades of a back that has its place."""
+    x, y = placed(polygon, Measures(STEPS[polygon.size - 1]).length - 24, -11)
+    polygon.images.append(Image(x, y, 14, 22, polygon.rotation, "prints/wave.png"))
+
+
+def along_neck(polygon, line):
+    """A text that follows the neckline, 2 cm inside of it."""
+    m = Measures(STEPS[polygon.size - 1])
+    neck = [
+        placed(polygon, p.x, p.y)
+        for p in polygon.piece.shapes[polygon.size - 1].contour
+        if abs(p.y) <= rounded(m.neck) and p.x >= rounded(m.length - m.front_drop)
+    ]
+    x, y = placed(polygon, m.length - m.front_drop - 2, 0)
+    origin = placed(polygon, m.length - m.front_drop, 0)
+    text = Text([line], x, y, "center", box=(14, 1.5), path=neck, path_origin=origin)
+    polygon.texts.append(text)
 
 
 def label(polygon, *lines):
@@ -231,6 +298,9 @@ def lay_first_layer(fabric):
         table.lay(patch)
     table.lay(large[0])
     table.lay(large[1])
+    for rear in (medium[1], other_medium[1]):
+        wave_print(rear)
+    along_neck(other_medium[0], "crew neck")
     label(small[0], "BASIC TEE", "S")
     label(large[0], "BASIC TEE", "L")
     # The sleeves of L wait beside the cloth; its pocket has not left the chart.
@@ -250,8 +320,12 @@ def lay_second_layer(fabric):
 
 def shortened(shape, length):
     """The hem moved up: its points are those at x = 0."""
-    contour = [replace(p, x=rounded(length)) if p.x == 0 else p for p in shape.contour]
-    return Shape(contour, shape.internal_points, shape.internal_lines)
+
+    def moved(points, hem):
+        return [replace(p, x=rounded(hem + length)) if p.x == hem else p for p in points]
+
+    contour, seam = moved(shape.contour, 0), moved(shape.seam, ALLOWANCE)
+    return Shape(contour, shape.internal_points, shape.internal_lines, seam)
 
 
 def rib():
@@ -278,7 +352,7 @@ def marker():
         keywords='tee, "basic", größe 38-42',
         comments="First marker of the season.\r\nThe rib is cut from the tube, folded.",
         date_stamp="2026-03-14T09:30:00",
-        layers=["Layer 1", "Layer 2"],
+        layers=[("Layer 1", 1), ("Layer 2", 2)],
         fabrics=[jersey(), rib()],
         styles=[style],
         single_layer=1,

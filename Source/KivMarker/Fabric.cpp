@@ -215,6 +215,12 @@ CDbGrPolysObject *CDbFabricObject::layerNextGrPolys(short layer, short *error) c
     return found->groups[++found->walkPosition].get();
 }
 
+bool CDbFabricObject::hasTextListInLayer(short layer) const
+{
+    const FabricLayer *found = findLayer(static_cast<short>(layer + 1));
+    return found != nullptr && !found->texts.empty();
+}
+
 const CDbGrPolysObjectList *CDbFabricObject::getPlaceGroupList(t_1_Based layer) const
 {
     const FabricLayer *found = findLayer(layer.ValidIndex());

@@ -24,12 +24,7 @@ const CDbVectorsObjectTable *contourToFuse(
     if (withSpacing || count == 0) {
         return polygon.currentContour();
     }
-    for (std::size_t position = count; position-- > 0;) {
-        if (polygon.contourKinds[position] == CutContour) {
-            return polygon.contourList[position];
-        }
-    }
-    return nullptr;
+    return polygon.findContour(CutContour);
 }
 
 CDbVectorsObjectTable tableOf(const Contour &contour)

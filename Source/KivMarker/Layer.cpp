@@ -27,4 +27,32 @@ bool CDbLayerObjectTable::isPlacementInTheFabric(const CDbFabricObject *fabric, 
     return false;
 }
 
+short CDbLayerObjectTable::getLayerIndexInGiveRank(short rank, bool usedOnly) const
+{
+    for (int position = 0; position < size(); ++position) {
+        if (rankAt(position) == rank) {
+            return usedOnly && at(position)->layerUnused ? short(0)
+                                                         : static_cast<short>(position + 1);
+        }
+    }
+    return 0;
+}
+
+int CDbLayerObjectTable::rankAt(int position) const
+{
+    return at(position)->layerRank != 0 ? at(position)->layerRank : position + 1;
+}
+
+short CDbLayerObjectTable::lastDefinesLayerIndex(bool usedOnly) const
+{
+    int last = -1;
+    for (int position = 0; position < size(); ++position) {
+        const bool counts = !usedOnly || !at(position)->layerUnused;
+        if (counts && (last < 0 || rankAt(position) > rankAt(last))) {
+            last = position;
+        }
+    }
+    return static_cast<short>(last + 1);
+}
+
 } // namespace KivSystem

@@ -4,6 +4,7 @@
 #include "KivMarker/Drawing.h"
 #include "KivMarker/Polygon.h"
 #include "KivMarker/Symbols.h"
+#include "MarkerFileAttachments.h"
 #include "MarkerFileShapes.h"
 #include "MarkerFileWords.h"
 
@@ -14,6 +15,8 @@ namespace KivSystem {
 namespace {
 
 constexpr int kFullTurn = 360;
+constexpr double kSmallestPeriod = 0.01;
+constexpr double kMaxSpacing = 100;
 constexpr double kSmallestScale = 0.1; // of a piece against its shrinkage
 constexpr double kLargestScale = 10;
 constexpr double kBlockTolerance = 0.0001; // cm between polygons that touch
@@ -49,14 +52,36 @@ SummaryInfo readSummary(const JsonNode &node)
     return summary;
 }
 
+short readRank(const JsonNode &layer, int layers, bool ranked, std::set<short> &seen)
+{
+    if (!ranked) {
+        if (layer.has("rank")) {
+            layer.member("rank").fail(QStringLiteral("the first layer has no rank"),
+                QStringLiteral("a rank for all layers or for none"));
+        }
+        return 0;
+    }
+    const auto rank = static_cast<short>(layer.integer("rank", 1, layers));
+    if (!seen.insert(rank).second) {
+        layer.member("rank").fail(
+            QStringLiteral("the rank %1 stands twice").arg(rank), QStringLiteral("each rank once"));
+    }
+    return rank;
+}
+
 void readLayerNames(const JsonNode &document, CDbMarkerDrawing &drawing)
 {
     const JsonNode layers = document.member("layers");
     const int count = layers.count(1, kMaxCount);
+    std::set<short> ranks;
+    bool ranked = false;
     for (int index = 0; index < count; ++index) {
         const JsonNode layer = layers.item(index);
-        layer.allow({"name"});
-        drawing.addLayer(layer.line("name"));
+        layer.allow({"name", "rank", "unused"});
+        ranked = index == 0 ? layer.has("rank") : ranked;
+        CDbLayerObject *added = drawing.addLayer(layer.line("name"));
+        added->layerRank = readRank(layer, count, ranked, ranks);
+        added->layerUnused = layer.boolean("unused", false);
     }
 }
 
@@ -142,11 +167,11 @@ void readPlaid(const JsonNode &node, CDbPlaidAndStripesInfo &plaid)
     plaid.yRepOffset = node.number("yOffset", -kMaxCoordinate, kMaxCoordinate, 0.0);
     plaid.sampleHorLines = readLines(node, "horizontalLines");
     plaid.sampleVerLines = readLines(node, "verticalLines");
-    // A walk along the repeats would never end with a period of zero.
+    // A walk along the repeats would never end with a period of zero, and hardly with a tiny one.
     const auto needsPeriod = [&](const CDbLineObjectList &lines, double period, const char *key) {
-        if (plaid.plaidActive && !lines.isEmpty() && !(period > 0)) {
-            node.fail(QStringLiteral("%1 is 0").arg(QLatin1String(key)),
-                QStringLiteral("a positive period for an active plaid with such lines"));
+        if (plaid.plaidActive && !lines.isEmpty() && period < kSmallestPeriod) {
+            node.fail(QStringLiteral("%1 is %2").arg(QLatin1String(key)).arg(period),
+                QStringLiteral("at least 0.01 for an active plaid with such lines"));
         }
     };
     needsPeriod(plaid.sampleHorLines, plaid.yRepetition, "yRepetition");
@@ -186,7 +211,7 @@ void readPieceSizes(const JsonNode &list, const CDbStyleObject &style, CDbPieceO
     const int count = list.count(1, kMaxCount);
     for (int index = 0; index < count; ++index) {
         const JsonNode node = list.item(index);
-        node.allow({"number", "contour", "internalPoints", "internalLines"});
+        node.allow({"number", "contour", "seam", "internalPoints", "internalLines"});
         const auto number = static_cast<short>(node.integer("number", 1, kMaxCount));
         if (style.sizePosition(number) < 0) {
             node.fail(QStringLiteral("the style has no size with the number %1").arg(number),
@@ -309,7 +334,8 @@ std::unique_ptr<CDbPolygon> readCutDownPartner(
 std::unique_ptr<CDbPolygon> readPolygon(const JsonNode &node, const CDbFabricObject &fabric)
 {
     node.allow({"piece", "size", "side", "x", "y", "rotation", "mirrored", "scaleX", "scaleY",
-        "ballot", "pairedBallot", "folded", "color", "shape", "cutDown", "texts"});
+        "ballot", "pairedBallot", "folded", "color", "spacing", "shape", "cutDown", "texts",
+        "links", "images"});
     const auto pieceNumber = static_cast<short>(node.integer("piece", 1, fabric.pieceCount()));
     const CDbPieceObject *piece = fabric.findPieceAccordingIndex(pieceNumber, nullptr);
     const auto size = static_cast<short>(node.integer("size", 1, piece->getNumberOfSizes()));
@@ -321,10 +347,11 @@ std::unique_ptr<CDbPolygon> readPolygon(const JsonNode &node, const CDbFabricObj
     polygon->foldedPiece = node.boolean("folded", false);
     polygon->colorIndex = static_cast<short>(node.integer("color", 0, kMaxCount, 0));
     polygon->polygonTexts = readTexts(node, "texts");
+    polygon->setSpacing(node.number("spacing", 0, kMaxSpacing, 0.0));
     const Placement placement = readPlacement(node, left);
     if (node.has("shape")) {
         const JsonNode shape = node.member("shape");
-        shape.allow({"contour", "internalPoints", "internalLines"});
+        shape.allow({"contour", "seam", "internalPoints", "internalLines"});
         polygon->setOwnShape(readShape(shape), placement);
     } else if (polygon->foldedPiece) {
         node.fail(QStringLiteral("a folded piece has no shape"),
@@ -332,6 +359,7 @@ std::unique_ptr<CDbPolygon> readPolygon(const JsonNode &node, const CDbFabricObj
     } else {
         polygon->place(piece->getPieceSize(size), placement);
     }
+    readAttachments(node, *polygon);
     if (node.has("cutDown")) {
         const JsonNode partner = node.member("cutDown");
         polygon->setCutDownPolygon(readCutDownPartner(partner, *piece, *polygon));
@@ -464,6 +492,11 @@ void readFabric(const JsonNode &node, const CDbMarkerDrawing &drawing, CDbFabric
     const JsonNode layers = node.member("layers");
     for (int index = 0; index < fabric.layerCount(); ++index) {
         readFabricLayer(layers.item(index), fabric, static_cast<short>(index + 1));
+        const bool unused = drawing.getLayerObjectTable().at(index)->layerUnused;
+        if (unused && !fabric.findLayer(static_cast<short>(index + 1))->groups.empty()) {
+            layers.item(index).fail(QStringLiteral("something lies in an unused layer"),
+                QStringLiteral("no groups there"));
+        }
     }
 }
 

@@ -7,6 +7,7 @@ namespace {
 
 constexpr int kMaxLetterSize = 400;
 constexpr int kFewestCorners = 3;
+constexpr int kFewestPathPoints = 3;   // below it a text stands straight
 constexpr double kSmallestArea = 1e-6; // square cm; below it a contour encloses nothing
 
 double coordinate(const JsonNode &node, const char *key, std::optional<double> fallback = {})
@@ -64,6 +65,22 @@ CDbMarkerPointObject readMarkedPoint(const JsonNode &node)
     return point;
 }
 
+// A point that is a place and no more.
+CDbMarkerPointObject readPlace(const JsonNode &node)
+{
+    node.count(2, 2);
+    return {node.item(0).asNumber(-kMaxCoordinate, kMaxCoordinate),
+        node.item(1).asNumber(-kMaxCoordinate, kMaxCoordinate)};
+}
+
+JsonTree writePlace(const GeoPoint2D &place)
+{
+    return JsonTree::array()
+        .append(JsonTree::number(place.x))
+        .append(JsonTree::number(place.y))
+        .flattened();
+}
+
 CDbMarkerPointObject readPoint(const JsonNode &node)
 {
     if (node.value().isObject()) {
@@ -72,9 +89,7 @@ CDbMarkerPointObject readPoint(const JsonNode &node)
     if (!node.value().isArray()) {
         node.failType(QStringLiteral("a point: [x, y] or an object"));
     }
-    node.count(2, 2);
-    return {node.item(0).asNumber(-kMaxCoordinate, kMaxCoordinate),
-        node.item(1).asNumber(-kMaxCoordinate, kMaxCoordinate)};
+    return readPlace(node);
 }
 
 CDbVectorsObjectTable readPoints(const JsonNode &node, int fewest)
@@ -133,10 +148,7 @@ JsonTree writePoint(const CDbMarkerPointObject &point)
 {
     const bool corner = point.pointType == PlainPoint && !point.matchPoint;
     if (corner) {
-        return JsonTree::array()
-            .append(JsonTree::number(point.x))
-            .append(JsonTree::number(point.y))
-            .flattened();
+        return writePlace(point);
     }
     JsonTree object = JsonTree::object();
     object.add("x", JsonTree::number(point.x)).add("y", JsonTree::number(point.y));
@@ -155,8 +167,8 @@ JsonTree writePoint(const CDbMarkerPointObject &point)
     if (point.matchPoint) {
         object.add("match", JsonTree::boolean(true));
     }
-    if (point.punch() != nullptr) {
-        object.add("punch", writePunch(*point.punch()));
+    if (point.ownPunch() != nullptr) {
+        object.add("punch", writePunch(*point.ownPunch()));
     }
     return object.flattened();
 }
@@ -170,9 +182,35 @@ JsonTree writePoints(const CDbVectorsObjectTable &points)
     return column;
 }
 
+void readTextPath(const JsonNode &node, CDbTextObject &text)
+{
+    if (node.has("box")) {
+        const JsonNode box = node.member("box");
+        box.count(2, 2);
+        text.textBoxWidth = box.item(0).asNumber(0, kMaxCoordinate);
+        text.textBoxHeight = box.item(1).asNumber(0, kMaxCoordinate);
+    }
+    text.textPathOrigin = text.textPosition;
+    if (node.has("pathOrigin")) {
+        const JsonNode origin = node.member("pathOrigin");
+        if (!node.has("path")) {
+            origin.fail(QStringLiteral("found the origin of a path that is not there"),
+                QStringLiteral("it with a path only"));
+        }
+        text.textPathOrigin = readPlace(origin);
+    }
+    if (node.has("path")) {
+        const JsonNode path = node.member("path");
+        const int count = path.count(kFewestPathPoints, kMaxCount);
+        for (int index = 0; index < count; ++index) {
+            text.textPath.append(readPlace(path.item(index)));
+        }
+    }
+}
+
 std::unique_ptr<CDbTextObject> readText(const JsonNode &node)
 {
-    node.allow({"lines", "x", "y", "align", "letterSize"});
+    node.allow({"lines", "x", "y", "align", "letterSize", "section", "box", "path", "pathOrigin"});
     auto text = std::make_unique<CDbTextObject>();
     const JsonNode lines = node.member("lines");
     const int count = lines.count(1, kMaxCount);
@@ -183,7 +221,26 @@ std::unique_ptr<CDbTextObject> readText(const JsonNode &node)
     text->textAlignment = wordMember(node, "align", kAlignmentWords);
     text->textLetterSize = static_cast<short>(
         node.integer("letterSize", 1, kMaxLetterSize, CDbTextObject::DefaultLetterSize));
+    text->textWorkSection = wordMember(node, "section", kSectionWords);
+    readTextPath(node, *text);
     return text;
+}
+
+void writeTextPath(JsonTree &object, const CDbTextObject &text)
+{
+    if (text.textBoxWidth != 0 || text.textBoxHeight != 0) {
+        object.add("box", writePlace({text.textBoxWidth, text.textBoxHeight}));
+    }
+    if (!text.textPath.isEmpty()) {
+        JsonTree path = JsonTree::column();
+        for (const GeoPoint2D &point : text.textPath) {
+            path.append(writePlace(point));
+        }
+        object.add("path", std::move(path));
+        if (!text.textPathOrigin.equals(text.textPosition, 0)) {
+            object.add("pathOrigin", writePlace(text.textPathOrigin));
+        }
+    }
 }
 
 JsonTree writeText(const CDbTextObject &text)
@@ -206,6 +263,11 @@ JsonTree writeText(const CDbTextObject &text)
     if (text.textLetterSize != CDbTextObject::DefaultLetterSize) {
         object.add("letterSize", JsonTree::integer(text.textLetterSize));
     }
+    const auto section = static_cast<TextWorkSection>(text.textWorkSection);
+    if (section != WorkAreaSection) {
+        object.add("section", JsonTree::text(wordOf(section, kSectionWords)));
+    }
+    writeTextPath(object, text);
     return object;
 }
 
@@ -216,6 +278,10 @@ PieceShape readShape(const JsonNode &node)
     PieceShape shape;
     const JsonNode contour = node.member("contour");
     shape.contour = readContour(contour);
+    if (node.has("seam")) {
+        const JsonNode seam = node.member("seam");
+        shape.seam = readContour(seam);
+    }
     if (node.has("internalPoints")) {
         const JsonNode points = node.member("internalPoints");
         shape.internalPoints = readPoints(points, 0);
@@ -231,9 +297,13 @@ PieceShape readShape(const JsonNode &node)
 }
 
 void writeShape(JsonTree &object, const CDbVectorsObjectTable &contour,
-    const CDbVectorsObjectTable &internalPoints, const std::vector<InternalLine> &internalLines)
+    const CDbVectorsObjectTable *seam, const CDbVectorsObjectTable &internalPoints,
+    const std::vector<InternalLine> &internalLines)
 {
     object.add("contour", writePoints(contour));
+    if (seam != nullptr && !seam->isEmpty()) {
+        object.add("seam", writePoints(*seam));
+    }
     if (!internalPoints.isEmpty()) {
         object.add("internalPoints", writePoints(internalPoints));
     }

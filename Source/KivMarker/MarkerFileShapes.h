@@ -18,8 +18,9 @@ using TextList = std::vector<std::unique_ptr<CDbTextObject>>;
 
 // Each reads the member of that key, where "optional" ones may be missing; each writer gives what
 // its reader reads.
-PieceShape readShape(const JsonNode &node); // contour, internalPoints, internalLines
+PieceShape readShape(const JsonNode &node); // contour, seam, internalPoints, internalLines
 void writeShape(JsonTree &object, const CDbVectorsObjectTable &contour,
+    const CDbVectorsObjectTable *seam, // null or empty for none
     const CDbVectorsObjectTable &internalPoints, const std::vector<InternalLine> &internalLines);
 
 TextList readTexts(const JsonNode &node, const char *key); // optional

@@ -32,6 +32,12 @@ const std::array<Word<Qt::AlignmentFlag>, 3> kAlignmentWords{{
     {Qt::AlignRight, "right"},
 }};
 
+const std::array<Word<TextWorkSection>, 3> kSectionWords{{
+    {WorkAreaSection, "marker"},
+    {HeaderSection, "header"},
+    {MarginSection, "margin"},
+}};
+
 const std::array<Word<GroupPlace>, 2> kPlaceWords{{
     {PlacedOnMarker, "marker"},
     {PlacedInStandBy, "standby"},

@@ -36,6 +36,7 @@ extern const std::array<Word<FabricType>, 4> kFabricTypeWords;
 extern const std::array<Word<MarkerPointType>, 8> kPointTypeWords;
 extern const std::array<Word<InternalLine::Kind>, 3> kLineKindWords;
 extern const std::array<Word<Qt::AlignmentFlag>, 3> kAlignmentWords;
+extern const std::array<Word<TextWorkSection>, 3> kSectionWords;
 extern const std::array<Word<GroupPlace>, 2> kPlaceWords;
 extern const std::array<Word<bool>, 2> kSideWords; // true is left
 extern const std::array<Word<CutDownKind>, 3> kCutDownWords;

@@ -3,6 +3,7 @@
 #include "JsonTree.h"
 #include "KivMarker/Drawing.h"
 #include "KivMarker/Polygon.h"
+#include "MarkerFileAttachments.h"
 #include "MarkerFileShapes.h"
 #include "MarkerFileWords.h"
 
@@ -95,10 +96,11 @@ JsonTree writePolygon(const CDbPolygon &polygon)
     addFlag(object, "pairedBallot", polygon.pairedBallot);
     addFlag(object, "folded", polygon.foldedPiece);
     addInteger(object, "color", polygon.colorIndex, 0);
+    addNumber(object, "spacing", polygon.spacing());
     if (polygon.hasOwnShape()) {
         JsonTree shape = JsonTree::object();
-        writeShape(
-            shape, *polygon.currentContour(), polygon.internalPoints, polygon.internalLines());
+        writeShape(shape, *polygon.currentContour(), polygon.findContour(SeamContour),
+            polygon.internalPoints, polygon.internalLines());
         object.add("shape", std::move(shape));
     }
     if (const CDbPolygon *partner = polygon.cutDownPolygon) {
@@ -108,6 +110,7 @@ JsonTree writePolygon(const CDbPolygon &polygon)
         object.add("cutDown", std::move(cutDown));
     }
     writeTexts(object, "texts", polygon.polygonTexts);
+    writeAttachments(object, polygon);
     return object;
 }
 
@@ -184,7 +187,8 @@ JsonTree writePiece(const CDbPieceObject &piece)
         const CDbPieceSizeObject &size = piece.getPieceSize(static_cast<short>(number));
         JsonTree entry = JsonTree::object();
         entry.add("number", JsonTree::integer(size.sizeNumber));
-        writeShape(entry, size.shape.contour, size.shape.internalPoints, size.shape.internalLines);
+        writeShape(entry, size.shape.contour, &size.shape.seam, size.shape.internalPoints,
+            size.shape.internalLines);
         sizes.append(std::move(entry));
     }
     object.add("sizes", std::move(sizes));
@@ -312,7 +316,11 @@ QByteArray writeDrawing(const CDbMarkerDrawing &drawing)
     addFlag(document, "optimised", drawing.zentrimActif);
     JsonTree layers = JsonTree::array();
     for (const CDbLayerObject *layer : drawing.getLayerObjectTable()) {
-        layers.append(JsonTree::object().add("name", JsonTree::text(layer->layerName)));
+        JsonTree entry = JsonTree::object();
+        entry.add("name", JsonTree::text(layer->layerName));
+        addInteger(entry, "rank", layer->layerRank, 0);
+        addFlag(entry, "unused", layer->layerUnused);
+        layers.append(std::move(entry));
     }
     document.add("layers", std::move(layers));
     JsonTree fabrics = JsonTree::array();

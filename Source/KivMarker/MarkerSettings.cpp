@@ -2,6 +2,7 @@
 
 #include "KivMarker/ShareGlobales.h"
 
+#include <algorithm>
 #include <cmath>
 #include <initializer_list>
 
@@ -165,8 +166,9 @@ Descriptions plotSettings()
             "draw notches without their cross bar"),
         number("plot_notchFactor", Kind::Factor, generalPlot, &G::notchFactor, 0.1, 10,
             "notches are drawn this many times as long as they are"),
-        number("plot_pieceInfoLetterSize", Kind::Points, generalPlot, &G::pieceInfoLetterSize, 1,
-            400, "letter size of the piece information where there is room for it"),
+        number("plot_pieceInfoLetterSize", Kind::Points, generalPlot, &G::pieceInfoLetterSize,
+            kLetterSizeLadder.front(), kLetterSizeLadder.back(),
+            "letter size of the piece information where there is room for it"),
         color("plot_color1", 0),
         color("plot_color2", 1),
         color("plot_color3", 2),
@@ -216,6 +218,11 @@ void MarkerSettings::apply() const
 bool MarkerSettingDescription::setValueIn(MarkerSettings &settings, double value) const
 {
     if (!(value >= lowest && value <= highest) || (isWhole() && value != std::floor(value))) {
+        return false;
+    }
+    // A search for a smaller size goes from one to the next and would never end beside them.
+    if (kind == Kind::Points && std::find(kLetterSizeLadder.begin(), kLetterSizeLadder.end(),
+                                    value) == kLetterSizeLadder.end()) {
         return false;
     }
     write(settings, value);

@@ -3,6 +3,7 @@
 #include "KivMarker/Bundle.h"
 #include "KivMarker/Drawing.h"
 #include "KivMarker/ErrorCodes.h"
+#include "KivMarker/Polygon.h"
 
 #include <algorithm>
 
@@ -189,6 +190,20 @@ void CDbPieceObject::returnsSizeAndNameAccordingTypeSize(const CDbStyleSizeObjec
     sizeName = found->name;
     specialName = found->special;
     setErrorCode(error, k_no_error);
+}
+
+void CDbPieceObject::getPolyName(const CDbPolygon *polygon, const CDbStyleObject *style,
+    short fabric, QString &name, short *error) const
+{
+    name.clear();
+    if (polygon == nullptr || style == nullptr) {
+        setErrorCode(error, k_error_missing);
+        return;
+    }
+    if (const auto *sizes = style->findStyleSizeObjectTable(fabric, error)) {
+        QString sizeName;
+        returnsSizeAndNameAccordingTypeSize(sizes, polygon->pieceSize(), sizeName, name, error);
+    }
 }
 
 } // namespace KivSystem

@@ -29,6 +29,18 @@ CDbMarkerPointObject::CDbMarkerPointObject(double px, double py, MarkerPointType
     , pointType(type)
 {}
 
+const PunchFeature *CDbMarkerPointObject::punch() const
+{
+    static const PunchFeature plain = [] {
+        constexpr float plus = 0.5F; // cm
+        PunchFeature feature;
+        feature.punchPlus = plus;
+        return feature;
+    }();
+    const bool isPunch = pointType == Punch || pointType == UserPunch;
+    return m_punch == nullptr && isPunch ? &plain : m_punch.get();
+}
+
 void CDbMarkerPointObject::setPunch(const PunchFeature &feature)
 {
     m_punch = std::make_shared<const PunchFeature>(feature);
@@ -36,9 +48,9 @@ void CDbMarkerPointObject::setPunch(const PunchFeature &feature)
 
 bool operator==(const CDbMarkerPointObject &left, const CDbMarkerPointObject &right)
 {
-    const bool samePunch =
-        left.punch() == right.punch() ||
-        (left.punch() != nullptr && right.punch() != nullptr && *left.punch() == *right.punch());
+    const bool samePunch = left.ownPunch() == right.ownPunch() ||
+                           (left.ownPunch() != nullptr && right.ownPunch() != nullptr &&
+                               *left.ownPunch() == *right.ownPunch());
     return left.x == right.x && left.y == right.y && left.pointType == right.pointType &&
            left.notchDx == right.notchDx && left.notchDy == right.notchDy &&
            left.notchWidth == right.notchWidth && left.matchPoint == right.matchPoint && samePunch;

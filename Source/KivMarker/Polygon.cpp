@@ -3,8 +3,11 @@
 #include "Clipping.h"
 #include "KivMarker/ErrorCodes.h"
 #include "KivMarker/Fabric.h"
+#include "KivMarker/Image.h"
+#include "KivMarker/Links.h"
 #include "KivMarker/Text.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace KivSystem {
@@ -19,8 +22,8 @@ void moveMarks(CDbMarkerPointObject &point, const GeoAffine &linear)
         point.notchDx = static_cast<float>(tip.x);
         point.notchDy = static_cast<float>(tip.y);
     }
-    if (point.punch() != nullptr) {
-        PunchFeature turned = *point.punch();
+    if (point.ownPunch() != nullptr) {
+        PunchFeature turned = *point.ownPunch();
         const auto &m = turned.punchMatrix;
         const GeoAffine matrix = linear.multiplied(GeoAffine(m[0], m[1], m[2], m[3], 0, 0));
         turned.punchMatrix = {matrix.a(), matrix.b(), matrix.c(), matrix.d()};
@@ -34,6 +37,15 @@ void moveTable(CDbVectorsObjectTable &table, const GeoAffine &affine, const GeoA
     for (CDbMarkerPointObject &point : table) {
         moveMarks(point, direction);
     }
+}
+
+CDbVectorsObjectTable widened(const CDbVectorsObjectTable &contour, double width)
+{
+    CDbVectorsObjectTable wide;
+    for (const GeoPoint2D &point : widened(Contour(contour.begin(), contour.end()), width)) {
+        wide.append(CDbMarkerPointObject(point.x, point.y));
+    }
+    return wide;
 }
 
 bool isCurvePoint(const CDbMarkerPointObject &point)
@@ -90,6 +102,7 @@ void CDbPolygon::place(const CDbPieceSizeObject &size, const Placement &placemen
     const GeoAffine affine = placement.affine();
     const GeoAffine direction = placement.direction();
     moveTable(shape.contour, affine, direction);
+    moveTable(shape.seam, affine, direction);
     moveTable(shape.internalPoints, affine, direction);
     for (InternalLine &line : shape.internalLines) {
         moveTable(line.points, affine, direction);
@@ -111,6 +124,14 @@ const CDbVectorsObjectTable *CDbPolygon::currentContour() const
     return contourList.empty() ? nullptr : contourList.back();
 }
 
+CDbVectorsObjectTable *CDbPolygon::findContour(ContourKind kind) const
+{
+    const auto found = std::find(contourKinds.begin(), contourKinds.end(), kind);
+    return found != contourKinds.end()
+               ? contourList[static_cast<std::size_t>(found - contourKinds.begin())]
+               : nullptr;
+}
+
 bool CDbPolygon::isBlockingPoly(const CDbPolygon *polygon)
 {
     return polygon != nullptr && polygon->blockingPolygon;
@@ -118,7 +139,8 @@ bool CDbPolygon::isBlockingPoly(const CDbPolygon *polygon)
 
 double CDbPolygon::calculateAreaOfPoly(bool clothIsFolded)
 {
-    m_area = contourList.empty() ? 0 : contourList.front()->area();
+    const CDbVectorsObjectTable *cut = findContour(CutContour);
+    m_area = cut != nullptr ? cut->area() : 0;
     return clothIsFolded && foldedPiece ? 2 * m_area : m_area;
 }
 
@@ -142,7 +164,7 @@ void CDbPolygon::makeSymXOrYFromLeftPoly(const CDbFabricObject *fabric, short *e
         moveTable(line.points, affine, direction);
     }
     m_placement = image;
-    polygonRect = contourList.front()->boundingRect();
+    polygonRect = findContour(CutContour)->boundingRect();
     if (m_cutDown != nullptr) {
         m_cutDown->makeSymXOrYFromLeftPoly(fabric, nullptr);
     }
@@ -150,22 +172,15 @@ void CDbPolygon::makeSymXOrYFromLeftPoly(const CDbFabricObject *fabric, short *e
 
 void CDbPolygon::addSpacingContour(double width)
 {
-    const CDbVectorsObjectTable *cut = currentContour();
-    if (cut == nullptr || !(width > 0)) {
-        return;
+    const CDbVectorsObjectTable *cut = findContour(CutContour);
+    if (cut != nullptr && width > 0) {
+        addContour(widened(*cut, width), SpacingContour);
     }
-    auto spacing = std::make_unique<CDbVectorsObjectTable>();
-    for (const GeoPoint2D &point : widened(Contour(cut->begin(), cut->end()), width)) {
-        spacing->append(CDbMarkerPointObject(point.x, point.y));
-    }
-    contourList.push_back(spacing.get());
-    contourKinds.push_back(SpacingContour);
-    m_contours.push_back(std::move(spacing));
 }
 
 void CDbPolygon::thinCurves(double step)
 {
-    CDbVectorsObjectTable &contour = *m_contours.front();
+    CDbVectorsObjectTable &contour = *findContour(CutContour);
     CDbVectorsObjectTable kept;
     kept.reserve(contour.size());
     int lastKept = 0;
@@ -194,14 +209,70 @@ void CDbPolygon::setCutDownPolygon(std::unique_ptr<CDbPolygon> partner)
 
 void CDbPolygon::setShape(PieceShape shape)
 {
-    m_contours.clear();
-    m_contours.push_back(std::make_unique<CDbVectorsObjectTable>(std::move(shape.contour)));
-    contourList = {m_contours.back().get()};
-    contourKinds = {CutContour};
+    keepContours(std::move(shape.seam), std::move(shape.contour));
     internalPoints = std::move(shape.internalPoints);
     m_internalLines = std::move(shape.internalLines);
     polygonRect = currentContour()->boundingRect();
     m_area = currentContour()->area();
+}
+
+void CDbPolygon::addContour(CDbVectorsObjectTable contour, ContourKind kind)
+{
+    m_contours.push_back(std::make_unique<CDbVectorsObjectTable>(std::move(contour)));
+    contourList.push_back(m_contours.back().get());
+    contourKinds.push_back(kind);
+}
+
+void CDbPolygon::keepContours(CDbVectorsObjectTable seam, CDbVectorsObjectTable contour)
+{
+    contourList.clear();
+    contourKinds.clear();
+    m_contours.clear();
+    CDbVectorsObjectTable wide =
+        m_spacing > 0 && !contour.isEmpty() ? widened(contour, m_spacing) : CDbVectorsObjectTable();
+    if (!wide.isEmpty()) {
+        addContour(std::move(wide), SpacingContour);
+    }
+    if (!seam.isEmpty()) {
+        addContour(std::move(seam), SeamContour);
+    }
+    addContour(std::move(contour), CutContour);
+}
+
+void CDbPolygon::setSpacing(double spacing)
+{
+    m_spacing = spacing;
+    if (const CDbVectorsObjectTable *contour = currentContour()) {
+        const CDbVectorsObjectTable *seam = findContour(SeamContour);
+        keepContours(seam != nullptr ? *seam : CDbVectorsObjectTable(), *contour);
+    }
+}
+
+bool CDbPolygon::isPolygoneHybrid(short *error) const
+{
+    setErrorCode(error, pieceIndex < 0 ? k_error_index : k_no_error);
+    return pieceIndex == 0;
+}
+
+QVector<CDbImage *> CDbPolygon::getImages() const
+{
+    QVector<CDbImage *> images;
+    for (const auto &image : m_images) {
+        images.append(image.get());
+    }
+    return images;
+}
+
+CDbImage *CDbPolygon::addImage(std::unique_ptr<CDbImage> image)
+{
+    m_images.push_back(std::move(image));
+    return m_images.back().get();
+}
+
+void CDbPolygon::setLinks(std::unique_ptr<CDbLinksObjectTable> links)
+{
+    m_links = std::move(links);
+    polygonLinks = m_links.get();
 }
 
 } // namespace KivSystem

@@ -59,7 +59,7 @@ TEST(Fabric, AnswersPastTheEndWithZeroAndAnErrorCode)
 {
     const auto document = fullMarker();
     const CDbFabricObject &fabric = *document->drawing()->getFabric(0);
-    for (const short layer : {short(0), short(3), short(-1)}) {
+    for (const short layer : {short(0), short(4), short(-1)}) {
         const LayerValues values = layerValues(fabric, layer);
         EXPECT_EQ(values.error, k_error_index);
         EXPECT_EQ(values.placed, 0);

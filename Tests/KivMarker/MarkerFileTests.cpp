@@ -86,7 +86,8 @@ TEST(MarkerFile, EveryPartOfTheFileReachesTheDrawing)
     EXPECT_EQ(userNotch.pointType, UserNotch);
     EXPECT_EQ(userNotch.notchWidth, 0.3F);
     EXPECT_EQ(front.getPieceSize(2).shape.internalPoints[0].punch()->punchCorner, -0.2F);
-    EXPECT_EQ(front.getPieceSize(2).shape.internalPoints[1].punch(), nullptr);
+    EXPECT_EQ(front.getPieceSize(2).shape.internalPoints[1].ownPunch(), nullptr);
+    EXPECT_EQ(front.getPieceSize(2).shape.internalPoints[1].punch()->punchPlus, 0.5F);
 
     const CDbPolygon &polygon = *fabric.layerFirstGrPolys(1)->firstPolygon;
     EXPECT_EQ(polygon.sizeNumber, 38);
@@ -225,7 +226,7 @@ const Fault kFaults[] = {
     {"\"currentFabric\": 2", "\"currentFabric\": 3",
         "$.currentFabric: found the number 3, expected a whole number from 1 to 2"},
     {"\"singleLayer\": 2", "\"singleLayer\": 1.5",
-        "$.singleLayer: found the number 1.5, expected a whole number from 0 to 2"},
+        "$.singleLayer: found the number 1.5, expected a whole number from 0 to 3"},
     {"2026-03-29T02:30:00", "2026-02-30T02:30:00",
         "$.summary.dateStamp: found the text \"2026-02-30T02:30:00\", expected a date and time "
         "such "
@@ -236,7 +237,7 @@ const Fault kFaults[] = {
     {"second", "\\ud800",
         "$.summary.comments: found half of a surrogate pair in a text, expected "
         "whole characters"},
-    {"{\"name\": \"Upper\"}", "[]", "$.layers[1]: found an array, expected an object"},
+    {"{\"name\": \"Upper\", \"rank\": 1}", "[]", "$.layers[1]: found an array, expected an object"},
     // Keys that stand twice: in the document, and deep down behind an escape.
     {"\"version\": 1", "\"version\": 1, \"version\": 1",
         "$: the key \"version\" stands twice, expected each key once"},
@@ -252,17 +253,18 @@ const Fault kFaults[] = {
     {"\"gapY\": 0.2", "\"gapY\": -0.2",
         "$.fabrics[0].gapY: found the number -0.2, expected a number from 0 to 100000"},
     {"\"yRepetition\": 8", "\"yRepetition\": 0",
-        "$.fabrics[0].plaid: yRepetition is 0, expected a positive period for an active plaid with "
-        "such lines"},
+        "$.fabrics[0].plaid: yRepetition is 0, expected at least 0.01 for an active plaid with "
+        "such "
+        "lines"},
     {"\"position\": 4", "\"position\": 1e400",
-        "$ (line 32, column 29): illegal number, expected JSON text"},
+        "$ (line 33, column 29): illegal number, expected JSON text"},
     {"\"position\": 4", "\"position\": 1e300",
         "$.fabrics[0].plaid.horizontalLines[1].position: found the number 1e+300, expected a "
         "number "
         "from -100000 to 100000"},
     {"\"width\": 90.5", "\"width\": 0",
         "$.fabrics[0].layers[0].width: found the number 0, expected a width above 0"},
-    {"        {\"width\": 40},\n", "", "$.fabrics[1].layers: found an array of 1, expected 2"},
+    {"        {\"width\": 40},\n", "", "$.fabrics[1].layers: found an array of 2, expected 3"},
     {"[\"Lay\", \"1\"]", "[]",
         "$.fabrics[0].layers[0].texts[0].lines: found an array of 0, expected 1 to 32767"},
     {"\"align\": \"center\"", "\"align\": \"middle\"",
@@ -292,7 +294,7 @@ const Fault kFaults[] = {
         "$.fabrics[0].layers[1].groups[0].polygons[0]: found the unknown key \"form\", expected "
         "one "
         "of piece, size, side, x, y, rotation, mirrored, scaleX, scaleY, ballot, "
-        "pairedBallot, folded, color, shape, cutDown, texts"},
+        "pairedBallot, folded, color, spacing, shape, cutDown, texts, links, images"},
     {"\"master\": 1", "\"master\": 2",
         "$.fabrics[0].layers[0].groups[1].master: found the number 2, expected the number of "
         "another group that has no master itself"},
@@ -362,9 +364,79 @@ const Fault kFaults[] = {
     {"[1, 2]", "[1, 32768]",
         "$.styles[1].garments[0].quantities[1]: found the number 32768, expected a whole number "
         "from 0 to 32767"},
+    // Ranks and unused layers.
+    {"\"rank\": 3", "\"rank\": 4",
+        "$.layers[0].rank: found the number 4, expected a whole number from 1 to 3"},
+    {"\"rank\": 3", "\"rank\": 2",
+        "$.layers[2].rank: the rank 2 stands twice, expected each rank once"},
+    {", \"rank\": 3", "",
+        "$.layers[1].rank: the first layer has no rank, expected a rank for all layers or for "
+        "none"},
+    {", \"rank\": 1", "", "$.layers[1]: the key \"rank\" is missing, expected it to be there"},
+    {"\"rank\": 1", "\"rank\": 1, \"unused\": true",
+        "$.fabrics[0].layers[1]: something lies in an unused layer, expected no groups there"},
+    // Seams and spacings.
+    {"[1, 1],\n                [9, 1]", "[2, 3],\n                [9, 3]",
+        "$.fabrics[0].pieces[0].sizes[0].seam: the contour encloses nothing, expected an area"},
+    {"\"spacing\": 0.5", "\"spacing\": -0.5",
+        "$.fabrics[0].layers[1].groups[0].polygons[0].spacing: found the number -0.5, expected a "
+        "number from 0 to 100"},
+    // Links.
+    {"{\"contour\": 3}, \"line\": \"dashed\"", "{\"contour\": 4}, \"line\": \"dashed\"",
+        "$.fabrics[0].layers[1].groups[0].polygons[0].links[1].to.contour: found the number 4, "
+        "expected a whole number from 1 to 3"},
+    {"{\"contour\": 3}, \"line\"", "{\"contour\": 3, \"internal\": 1}, \"line\"",
+        "$.fabrics[0].layers[1].groups[0].polygons[0].links[1].to: found 2 of the keys, expected "
+        "either contour or internal"},
+    {"{\"x\": 3, \"y\": 1, \"match\": true}", "",
+        "$.fabrics[0].layers[1].groups[0].polygons[0].links[0].to.internal: the polygon has no "
+        "internal points, expected a link to its contour"},
+    {"{\"contour\": 3}, \"line\"", "{\"internal\": 1}, \"line\"",
+        "$.fabrics[0].layers[1].groups[0].polygons[0].links[1]: both ends are the same point, "
+        "expected two points"},
+    {"\"kind\": \"sewing\", ", "",
+        "$.fabrics[0].layers[1].groups[0].polygons[0].links[3]: the tree links close a ring, "
+        "expected trees"},
+    {"[2, 0.5, 0.25]", "[2, 0.5]",
+        "$.fabrics[0].layers[1].groups[0].polygons[0].links[0].pattern: found an array of 2, "
+        "expected 3"},
+    {"[2, 0.5, 0.25]", "[2, 0, 0.25]",
+        "$.fabrics[0].layers[1].groups[0].polygons[0].links[0].pattern[1]: found the number 0, "
+        "expected a length above 0"},
+    {"\"line\": \"dashed\", ", "",
+        "$.fabrics[0].layers[1].groups[0].polygons[0].links[1].pattern: found a pattern on a solid "
+        "line, expected it on dashed and chain-dotted lines only"},
+    {"\"kind\": \"sewing\"", "\"kind\": \"sewing\", \"shift\": 1",
+        "$.fabrics[0].layers[1].groups[0].polygons[0].links[3]: found the unknown key \"shift\", "
+        "expected one of kind, from, to"},
+    // Images.
+    {"\"height\": 2", "\"height\": 0",
+        "$.fabrics[0].layers[1].groups[0].polygons[0].images[0].height: found the number 0, "
+        "expected a height above 0"},
+    {"\"rotation\": 15", "\"rotation\": 361",
+        "$.fabrics[0].layers[1].groups[0].polygons[0].images[0].rotation: found the number 361, "
+        "expected a number from -360 to 360"},
+    // Texts.
+    {"\"section\": \"header\"", "\"section\": 2",
+        "$.fabrics[0].layers[0].texts[1].section: found the number 2, expected one of \"marker\", "
+        "\"header\", \"margin\""},
+    {"[7.5, 1.25]", "[7.5, -1]",
+        "$.fabrics[0].layers[0].texts[1].box[1]: found the number -1, expected a number from 0 to "
+        "100000"},
+    {"[4, 2],\n                ", "",
+        "$.fabrics[0].layers[0].texts[1].path: found an array of 2, expected 3 to 32767"},
+    {"[4, 2]", "{\"x\": 4, \"y\": 2}",
+        "$.fabrics[0].layers[0].texts[1].path[1]: found an object, expected an array"},
+    {"\"y\": -2,", "\"y\": -2, \"pathOrigin\": [0, 0],",
+        "$.fabrics[0].layers[0].texts[0].pathOrigin: found the origin of a path that is not there, "
+        "expected it with a path only"},
+    // A period that a walk along the stripes would never end with.
+    {"\"xRepetition\": 10", "\"xRepetition\": -10",
+        "$.fabrics[0].plaid.xRepetition: found the number -10, expected a number from 0 to "
+        "100000"},
     // Text that is not JSON.
     {"\"layers\": [", "\"layers\": [,", "$ (line 8, column 15): illegal value, expected JSON text"},
-    {"90.5", "NaN", "$ (line 40, column 20): illegal number, expected JSON text"},
+    {"90.5", "NaN", "$ (line 41, column 20): illegal number, expected JSON text"},
     {"\xc3\xa9t", "\xc3t", "$ (line 4, column 35): invalid UTF8 string, expected JSON text"},
 };
 

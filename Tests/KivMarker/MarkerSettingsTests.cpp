@@ -37,6 +37,19 @@ TEST(MarkerSettings, EachDescriptionChangesItsOwnSettingAloneWithinItsRange)
     }
 }
 
+TEST(MarkerSettings, LetterSizesAreThoseThatTextsAreFittedWith)
+{
+    for (const MarkerSettingDescription &setting : markerSettingDescriptions()) {
+        MarkerSettings settings;
+        for (int size = 0; size <= 400 && setting.kind == MarkerSettingDescription::Kind::Points;
+             ++size) {
+            const bool isOne =
+                size == 10 || size == 18 || size == 24 || size == 27 || size == 30 || size == 36;
+            EXPECT_EQ(setting.setValueIn(settings, size), isOne) << setting.name << ' ' << size;
+        }
+    }
+}
+
 TEST(MarkerSettings, WhatIsAppliedIsWhatTheReadersGet)
 {
     MarkerSettings settings;

@@ -24,6 +24,10 @@ STYLE = ("styles", 0)
 CORNER = SIZE + ("contour", 0)
 NOTCH = {"x": 0, "y": 0, "type": "simpleNotch", "notch": [0.5, 0]}
 LINE = {"position": 0}
+TEXT = {"lines": ["Lay"], "x": 0, "y": 0}
+LINKS = POLYGON + ("links",)
+LINK = {"from": {"contour": 1}, "to": {"internal": 1}}
+IMAGE = {"x": 1, "y": 1, "width": 2, "height": 3}
 TRIANGLE = {"contour": [[0, 0], [1, 0], [0, 1]]}
 
 
@@ -90,6 +94,20 @@ REFUSED = [
     ("a ballot of two characters", POLYGON + ("ballot",), "AB", 0),
     ("a ballot beyond U+00FF", POLYGON + ("ballot",), "\u0141", 0),
     ("a flag that is a number", POLYGON + ("mirrored",), 1, 0),
+    ("a rank of 0", ("layers", 0, "rank"), 0, 0),
+    ("a seam of two points", SIZE + ("seam",), [[0, 0], [1, 0]], 0),
+    ("a negative spacing", POLYGON + ("spacing",), -1, 0),
+    ("a link to a point 0", LINKS, [{**LINK, "to": {"internal": 0}}], -3),
+    ("a link's end at two points", LINKS, [{**LINK, "to": {"internal": 1, "contour": 1}}], -2),
+    ("a link with one end", LINKS, [{"from": {"contour": 1}}], -1),
+    ("a dashed line without a pattern", LINKS, [{**LINK, "line": "dashed"}], -1),
+    ("a dot in a dashed line", LINKS, [{**LINK, "line": "dashed", "pattern": [1, 1, 1]}], -2),
+    ("a pattern of a solid line", LINKS, [{**LINK, "pattern": [1, 1]}], -2),
+    ("a sewing link aside", LINKS, [{**LINK, "kind": "sewing", "shift": 1}], -2),
+    ("an image without height", POLYGON + ("images",), [{**IMAGE, "height": 0}], -2),
+    ("a path of two points", LAYER + ("texts",), [{**TEXT, "path": [[0, 0], [1, 0]]}], -2),
+    ("the origin of no path", LAYER + ("texts",), [{**TEXT, "pathOrigin": [0, 0]}], -1),
+    ("a box with a negative side", LAYER + ("texts",), [{**TEXT, "box": [1, -1]}], -3),
 ]
 
 ACCEPTED = [
@@ -101,6 +119,11 @@ ACCEPTED = [
     ("a user notch", CORNER, {**NOTCH, "type": "userNotch", "notchWidth": 0.4}),
     ("a punch without a shape", SIZE + ("internalPoints",), [{"x": 1, "y": 1, "type": "punch"}]),
     ("a fold with a shape", POLYGON, {"piece": 1, "size": 1, "folded": True, "shape": TRIANGLE}),
+    ("ranks and unused layers", ("layers",), [{"name": "", "rank": 1, "unused": True}]),
+    ("a dashed link", LINKS, [{**LINK, "line": "dashed", "pattern": [1, 0.5]}]),
+    ("a sewing link", LINKS, [{**LINK, "kind": "sewing"}]),
+    ("an image", POLYGON + ("images",), [IMAGE]),
+    ("a text on a path", LAYER + ("texts",), [{**TEXT, "path": [[0, 0], [1, 1], [2, 0]]}]),
     ("the last ballot", POLYGON + ("ballot",), "\u00ff"),
 ]
 

@@ -1,6 +1,8 @@
 #include "MarkerRules.h"
 
 #include "KivMarker/Drawing.h"
+#include "KivMarker/Image.h"
+#include "KivMarker/Links.h"
 #include "KivMarker/Polygon.h"
 
 #include <cmath>
@@ -49,6 +51,33 @@ QString brokenPiece(const CDbMarkerDrawing &drawing, const CDbPieceObject &piece
     return QString();
 }
 
+QString brokenAttachment(const CDbPolygon &polygon)
+{
+    if (polygon.contourKinds.back() != CutContour) {
+        return QStringLiteral("a polygon whose last contour is not the cut contour");
+    }
+    for (const CDbVectorsObjectTable *contour : polygon.contourList) {
+        if (contour->size() < 3 || !isSound(*contour)) {
+            return QStringLiteral("an unsound seam or spacing contour");
+        }
+    }
+    const CDbLinksObjectTable *links = polygon.polygonLinks;
+    for (short index = 0; links != nullptr && index < links->size(); ++index) {
+        const CDbLinkObject &link = (*links)[index];
+        for (const LinkEnd &end : {link.from(), link.to()}) {
+            if (end.find(polygon.currentContour(), &polygon.internalPoints) == nullptr) {
+                return QStringLiteral("a link to a point that is not there");
+            }
+        }
+    }
+    for (const CDbImage *image : polygon.getImages()) {
+        if (!(image->width > 0 && image->height > 0)) {
+            return QStringLiteral("an image without extent");
+        }
+    }
+    return QString();
+}
+
 QString brokenPolygon(const CDbFabricObject &fabric, const CDbPolygon &polygon)
 {
     const CDbPieceObject *piece = fabric.findPieceAccordingIndex(polygon.pieceIndex, nullptr);
@@ -61,7 +90,7 @@ QString brokenPolygon(const CDbFabricObject &fabric, const CDbPolygon &polygon)
         !isSound(*polygon.currentContour()) || !(polygon.area() > 0)) {
         return QStringLiteral("a polygon without a sound contour");
     }
-    return QString();
+    return brokenAttachment(polygon);
 }
 
 QString brokenFabric(const CDbMarkerDrawing &drawing, const CDbFabricObject &fabric)

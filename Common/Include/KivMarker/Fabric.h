@@ -126,6 +126,8 @@ public:
     /// Next group of the walk that layerFirstGrPolys began in that layer; null at the end. A layer
     /// has one such walk at a time. Past the last layer: null and k_error_index.
     CDbGrPolysObject *layerNextGrPolys(short layer, short *error) const;
+    /// Whether a layer has free texts. The layer is 0-based here, as for CTextLayerTableIter.
+    bool hasTextListInLayer(short layer) const;
     /// The groups of a layer, on the marker and in stand-by; null for none and past the end.
     const CDbGrPolysObjectList *getPlaceGroupList(t_1_Based layer) const;
     /// The groups of the layer in which a group lies; null when it lies in none.

@@ -42,7 +42,7 @@ struct MarkerSettingDescription
         Percent, ///< 100 is the true size
         Angle,   ///< degrees
         Factor,
-        Points, ///< a letter size: a whole number
+        Points, ///< a letter size: one of kLetterSizeLadder
         Choice, ///< a whole number; `meaning` tells what each stands for
         Color,  ///< the whole number 0xRRGGBB
     };
@@ -56,8 +56,8 @@ struct MarkerSettingDescription
     std::function<double(const MarkerSettings &)> valueIn;
     std::function<void(MarkerSettings &, double)> write; ///< checks nothing
 
-    /// Puts the value into the record; false when it is out of range or between two whole numbers
-    /// where only these count, and then nothing changes.
+    /// Puts the value into the record; false when it is out of range, between two whole numbers
+    /// where only these count, or no letter size where one is asked for; then nothing changes.
     bool setValueIn(MarkerSettings &settings, double value) const;
     /// "cm", "%", "degrees", "points", or empty.
     QString unit() const;

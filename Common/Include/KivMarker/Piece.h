@@ -22,6 +22,7 @@ namespace KivSystem {
 class CDbFabricObject;
 class CDbMarkerDrawing;
 class CDbPolygon;
+class CDbStyleObject;
 class CDbStyleSizeObjectTable;
 
 /// What may be done to a piece when it is placed.
@@ -69,6 +70,7 @@ struct PieceShape
     CDbVectorsObjectTable contour;        ///< closed without a repeated last point
     CDbVectorsObjectTable internalPoints; ///< punch and match points
     std::vector<InternalLine> internalLines;
+    CDbVectorsObjectTable seam; ///< closed likewise; empty for a shape without one
 };
 
 /// One size of a piece.
@@ -196,6 +198,12 @@ public:
     /// number; k_error_index past the end.
     void returnsSizeAndNameAccordingTypeSize(const CDbStyleSizeObjectTable *sizes, short size,
         QString &sizeName, QString &specialName, short *error) const;
+
+    /// The display name of one of the piece's polygons: the special text of its size, from the
+    /// style's table for the 1-based fabric. Errors as above, k_error_missing also for a null
+    /// argument, k_error_index also for a fabric past the end; the name is then empty.
+    void getPolyName(const CDbPolygon *polygon, const CDbStyleObject *style, short fabric,
+        QString &name, short *error) const;
 
 private:
     friend class CDbFabricObject; // links the chain and sets the fabric

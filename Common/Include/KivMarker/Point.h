@@ -65,8 +65,11 @@ public:
     float notchWidth = 0; ///< length of the cross bar of a user notch
     bool matchPoint = false;
 
-    /// The punch's shape, null on a point without one. The point and its copies own it together.
-    const PunchFeature *punch() const { return m_punch.get(); }
+    /// The shape of a punch or a user punch, a small plus unless it has one of its own; null on
+    /// other points without one.
+    const PunchFeature *punch() const;
+    /// The shape that was set, null for none. The point and its copies own it together.
+    const PunchFeature *ownPunch() const { return m_punch.get(); }
     void setPunch(const PunchFeature &feature);
 
 private:

@@ -6,23 +6,28 @@
 #include "KivGeo/Rectangle.h"
 #include "KivMarker/Piece.h"
 
+#include <QVector>
+
 #include <memory>
 #include <vector>
 
 namespace KivSystem {
 
+class CDbImage;
+class CDbLinksObjectTable;
 class CDbFabricObject;
 class CDbTextObject;
 
 /// How far a curve may be off its points that thinCurves leaves out, in cm.
 constexpr double kCurveFlatness = 0.001;
 
-/// Values of CDbPolygon::contourKinds.
+/// Values of CDbPolygon::contourKinds, in the order in which the contours are kept: the cut contour
+/// is the last, before it the seam and before that the spacing contour, as far as there are such.
 enum ContourKind : int
 {
-    SeamContour = 1,    ///< drawn beside the cut contour
-    SpacingContour = 2, ///< the contour with its gap, never drawn
-    CutContour = 3,
+    SeamContour = 1,    ///< where the piece is sewn; drawn beside the cut contour
+    SpacingContour = 2, ///< the cut contour with its gap, never drawn
+    CutContour = 3,     ///< areas, lengths, links and cut files go by it
 };
 
 /// One piece that was taken out of the chart: lying on the marker or in stand-by. Coordinates are
@@ -43,11 +48,13 @@ public:
     std::vector<CDbVectorsObjectTable *> contourList; ///< the last is the current; owned
     std::vector<int> contourKinds;                    ///< a ContourKind for each contour
     CDbVectorsObjectTable internalPoints;
-    GeoRectangle polygonRect; ///< bounding rectangle, set with the shape
+    GeoRectangle polygonRect; ///< bounding rectangle of the cut contour, set with the shape
     short colorIndex = 0;     ///< 0 for black, otherwise 1-based in the colour table
     short ballotNumber = 0;   ///< a character's code; 0 for none
     bool pairedBallot = false;
     bool foldedPiece = false;
+    CDbLinksObjectTable *polygonLinks = nullptr; ///< null without links; owned
+    CDbMarkerPointObject infoCentre; ///< what CDbTextObject::computationTextCenter() found
     /// The partner of a piece that is cut down in two, null without one; owned.
     CDbPolygon *cutDownPolygon = nullptr;
     bool blockingPolygon = false; ///< belongs to a block; see isBlockingPoly
@@ -71,8 +78,26 @@ public:
     /// Whether the shape is the polygon's own and not its piece's.
     bool hasOwnShape() const { return m_ownShape; }
 
-    /// The current contour, null before one is set.
+    /// The current contour, which is the cut contour; null before one is set.
     const CDbVectorsObjectTable *currentContour() const;
+    /// The first contour of that kind, null without one.
+    CDbVectorsObjectTable *findContour(ContourKind kind) const;
+
+    /// Keeps a contour that lies so many centimetres outside of the cut contour, from now on also
+    /// when the shape changes; 0 for none.
+    void setSpacing(double spacing);
+    double spacing() const { return m_spacing; }
+
+    /// Whether the polygon follows hybrid rules: it was not made from a single piece, so that it
+    /// has none to be named by. k_error_index for a piece index below 0.
+    bool isPolygoneHybrid(short *error) const;
+
+    /// The images that lie on the polygon, in their order; they belong to it.
+    QVector<CDbImage *> getImages() const;
+    CDbImage *addImage(std::unique_ptr<CDbImage> image);
+    /// Replaces the links; null for none.
+    void setLinks(std::unique_ptr<CDbLinksObjectTable> links);
+
     /// Area of the contour that place() or setOwnShape() gave, in square centimetres.
     double area() const { return m_area; }
 
@@ -97,12 +122,17 @@ public:
 
 private:
     void setShape(PieceShape shape);
+    void addContour(CDbVectorsObjectTable contour, ContourKind kind);
+    void keepContours(CDbVectorsObjectTable seam, CDbVectorsObjectTable contour);
 
     std::unique_ptr<CDbPolygon> m_cutDown;
     std::vector<std::unique_ptr<CDbVectorsObjectTable>> m_contours;
+    std::vector<std::unique_ptr<CDbImage>> m_images;
+    std::unique_ptr<CDbLinksObjectTable> m_links;
     std::vector<InternalLine> m_internalLines;
     Placement m_placement;
     double m_area = 0;
+    double m_spacing = 0;
     short m_size;
     bool m_left;
     bool m_ownShape = false;

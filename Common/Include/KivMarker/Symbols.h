@@ -14,6 +14,7 @@ public:
     char instanceSymbol = '$';   ///< before the number of an instance; no piece's name holds it
     char pointOpenSymbol = '(';  ///< before the coordinates of a point
     char pointCloseSymbol = ')'; ///< behind them
+    char separatorSymbol = ' ';  ///< between the words of a piece's information
 };
 
 } // namespace KivSystem
