@@ -215,6 +215,32 @@
     </message>
 </context>
 <context>
+    <name>IllustratorExportOptions</name>
+    <message>
+        <source>Form</source>
+        <translation>Formular</translation>
+    </message>
+    <message>
+        <source>Options</source>
+        <translation>Optionen</translation>
+    </message>
+    <message>
+        <source>Scale:</source>
+        <translation>Maßstab:</translation>
+    </message>
+</context>
+<context>
+    <name>IllustratorProcessor</name>
+    <message>
+        <source>Single</source>
+        <translation>Einzeln</translation>
+    </message>
+    <message>
+        <source>Paired</source>
+        <translation>Paarig</translation>
+    </message>
+</context>
+<context>
     <name>KivSystem::KivApplication</name>
     <message>
         <source>Invalid Operation</source>
@@ -366,6 +392,22 @@
     <message>
         <source>invalid glyph data length, failed to parse bezier point</source>
         <translation>Buchstabe der Schriftdatei ist unvollständig: die Kurve hat kein Ende</translation>
+    </message>
+    <message>
+        <source>Block</source>
+        <translation>Block</translation>
+    </message>
+    <message>
+        <source>Cut Down</source>
+        <translation>Geteilt</translation>
+    </message>
+    <message>
+        <source>Fold</source>
+        <translation>Bruch</translation>
+    </message>
+    <message>
+        <source>Scale</source>
+        <translation>Skaliert</translation>
     </message>
 </context>
 <context>

@@ -215,6 +215,32 @@
     </message>
 </context>
 <context>
+    <name>IllustratorExportOptions</name>
+    <message>
+        <source>Form</source>
+        <translation>Formulaire</translation>
+    </message>
+    <message>
+        <source>Options</source>
+        <translation>Options</translation>
+    </message>
+    <message>
+        <source>Scale:</source>
+        <translation>Échelle :</translation>
+    </message>
+</context>
+<context>
+    <name>IllustratorProcessor</name>
+    <message>
+        <source>Single</source>
+        <translation>Simple</translation>
+    </message>
+    <message>
+        <source>Paired</source>
+        <translation>Par paire</translation>
+    </message>
+</context>
+<context>
     <name>KivSystem::KivApplication</name>
     <message>
         <source>Invalid Operation</source>
@@ -366,6 +392,22 @@
     <message>
         <source>invalid glyph data length, failed to parse bezier point</source>
         <translation>caractère incomplet dans le fichier de police : la courbe n&apos;a pas d&apos;extrémité</translation>
+    </message>
+    <message>
+        <source>Block</source>
+        <translation>Bloc</translation>
+    </message>
+    <message>
+        <source>Cut Down</source>
+        <translation>Coupé en deux</translation>
+    </message>
+    <message>
+        <source>Fold</source>
+        <translation>Pli</translation>
+    </message>
+    <message>
+        <source>Scale</source>
+        <translation>Échelle</translation>
     </message>
 </context>
 <context>

@@ -3,6 +3,7 @@
 #include "ANSIProcessor.h"
 #include "DXFNESTERProcessor.h"
 #include "EastmanProcessor.h"
+#include "IllustratorProcessor.h"
 #include "LabelProcessor.h"
 #include "ManagerTextProcessor.h"
 #include "MarkerExporter.h"
@@ -44,7 +45,7 @@ struct FormatRow
     qint32 id; // known to the host: 52 and 55 stay unused
     const char *tag;
     QString (*filter)();
-    boost::shared_ptr<Processor> (*makeProcessor)(); // null while the format cannot export
+    boost::shared_ptr<Processor> (*makeProcessor)();
 };
 
 constexpr FormatRow formatTable[] = {
@@ -55,7 +56,8 @@ constexpr FormatRow formatTable[] = {
     {"Cut File Eastman", 51, "cut_eastman", textAndCutFilter, makeProcessor<NC::EastmanProcessor>},
     {"Cut Labels", 53, "cut_labels", textAndCutFilter, makeProcessor<NC::LabelProcessor>},
     {"DXF-NESTER", 54, "dxf_nester", dxfFilter, makeProcessor<DxfNester::DXFNESTERProcessor>},
-    {"Illustrator(TM)", 56, "ill_tm", textAndCutFilter, nullptr},
+    {"Illustrator(TM)", 56, "ill_tm", textAndCutFilter,
+        makeProcessor<KivIllustrator::IllustratorProcessor>},
 };
 
 } // namespace
@@ -99,7 +101,7 @@ boost::shared_ptr<Exporter<Document>> MarkerExporterFactory::createExporter(cons
 {
     boost::shared_ptr<Processor> processor;
     for (const FormatRow &row : formatTable) {
-        if (key == QLatin1String(row.key) && row.makeProcessor != nullptr) {
+        if (key == QLatin1String(row.key)) {
             processor = row.makeProcessor();
         }
     }
