@@ -4,6 +4,7 @@
 #include "KivCore/Conventions.h"
 #include "KivCore/Locale.h"
 #include "KivMarker/MarkerSettings.h"
+#include "KivMarker/Text.h"
 
 #include <QColor>
 #include <QCoreApplication>
@@ -47,6 +48,21 @@ SettingType wholeNumber(int lowest, int highest, const QString &unit = QString()
                        ? QVariant(QString::number(number))
                        : QVariant();
         },
+        [](const QVariant &value) { return value.toString(); }};
+}
+
+constexpr double kSmallestFactor = 0.1; // of a drawing: the panel's
+
+// One of the sizes that letters are fitted with, stored as a text as well.
+SettingType letterSize()
+{
+    QStringList sizes;
+    for (const short size : kLetterSizeLadder) {
+        sizes << QString::number(size);
+    }
+    return {withUnit(QStringLiteral("one of %1").arg(sizes.join(QStringLiteral(", "))),
+                QStringLiteral("points")),
+        [sizes](const QString &text) { return sizes.contains(text) ? QVariant(text) : QVariant(); },
         [](const QVariant &value) { return value.toString(); }};
 }
 
@@ -265,6 +281,12 @@ std::vector<Setting> generalSettings()
             QStringLiteral("false"), QStringLiteral("the text file has a line for each size")},
         {QStringLiteral("fields"), QString::fromLatin1(kFieldListKey), fieldList(),
             QStringLiteral("all"), QStringLiteral("fields of the text file, in their order")},
+        {QStringLiteral("symbols_letterSize"), QStringLiteral("symbols_letterSize"), letterSize(),
+            QString::number(CDbTextObject::DefaultLetterSize),
+            QStringLiteral("letter size of texts and guide lines in drawings")},
+        {QStringLiteral("Illustrator_export_factor"), QStringLiteral("Illustrator_export_factor"),
+            number(kSmallestFactor, 1, QString()), QStringLiteral("1"),
+            QStringLiteral("scale of drawings, 1 for full size")},
     };
 }
 
@@ -284,6 +306,9 @@ SettingType typeOf(const MarkerSettingDescription &description)
     }
     if (description.kind == Kind::Color) {
         return color();
+    }
+    if (description.kind == Kind::Points) {
+        return letterSize();
     }
     return description.isWhole()
                ? wholeNumber(static_cast<int>(description.lowest),

@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QFont>
 #include <QSettings>
 #include <QTextCodec>
 
@@ -116,6 +117,8 @@ int main(int argc, char **argv)
     QCoreApplication::setApplicationName(QStringLiteral("kivhost"));
     QCoreApplication::setApplicationVersion(QStringLiteral(KIV_VERSION));
     QSettings::setDefaultFormat(QSettings::IniFormat);
+    // Drawings name the font of the application: the same on every machine.
+    QApplication::setFont(QFont(QStringLiteral("Sans Serif")));
     // The same marker gives the same bytes whatever the machine's encoding and numbers are; only
     // what formats take from QLocale follows the user.
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));

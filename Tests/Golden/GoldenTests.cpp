@@ -94,14 +94,24 @@ const Variant kVariants[] = {
     {"laser", {"--format", "cut_eastman", SET("EastCutTypeDrill=5")}},
     {"no-drill-blocks", {"--format", "cut_eastman", SET("EastCutTypeDrill=0"),
                             SET("EastCutFusing=1"), SET("EastMiniCutFileBlock=true")}},
+    {"all-texts", {"--format", "ill_tm", SET("plot_quantite=true"), SET("plot_pieceCode=true"),
+                      SET("plot_special=true"), SET("plot_description=true"),
+                      SET("plot_sewingLine=true"), SET("plot_spaceLayers=5"),
+                      SET("plot_textInBottom=true"), SET("symbols_letterSize=24")}},
     {"labels-of-blocks", {"--format", "cut_labels", SET("MiniCutFileBlock=true")}},
     {"blocks", {"--format", "cut_ansi", SET("CutFusing=2"), SET("CutBlocking=true"),
                    SET("MiniCutFileBlock=true")}},
 };
 
 // What the markers of these tests are exported to.
-const Variant kMarkerVariants[] = {
+const Variant kNestingVariants[] = {
     {"", {"--format", "dxf_nester"}},
+};
+const Variant kDrawingVariants[] = {
+    {"", {"--format", "ill_tm", SET("plot_pieceTrait=false"), SET("plot_pieceName=false"),
+             SET("plot_styleName=false"), SET("plot_ballot=false"), SET("plot_taille=false")}},
+    {"tenth",
+        {"--format", "ill_tm", SET("Illustrator_export_factor=0.1"), SET("plot_quantite=true")}},
 };
 
 struct Source
@@ -114,16 +124,25 @@ Source sourceOf(const QString &marker)
 {
     const QString own = kGolden + QStringLiteral("/markers");
     if (QFile::exists(own + QLatin1Char('/') + marker + QStringLiteral(".mar"))) {
-        return {own, {std::begin(kMarkerVariants), std::end(kMarkerVariants)}};
+        if (marker == QLatin1String("triangle")) {
+            return {own, {std::begin(kDrawingVariants), std::end(kDrawingVariants)}};
+        }
+        return {own, {std::begin(kNestingVariants), std::end(kNestingVariants)}};
     }
     return {kSamples, {std::begin(kVariants), std::end(kVariants)}};
 }
 
-// Masks what differs from machine to machine: the folder of the marker and the dates of its file.
+// Masks what differs from machine to machine and from run to run: the folder of the marker, the
+// dates of its file and the time of a drawing.
 QByteArray masked(QByteArray bytes, const QString &marker)
 {
     const QFileInfo file(marker);
     bytes.replace(file.absolutePath().toUtf8(), "@FOLDER@");
+    const QByteArray drawn = "%%Creation Date: ";
+    const int start = bytes.indexOf(drawn) + drawn.size();
+    if (start >= drawn.size()) {
+        bytes.replace(start, bytes.indexOf('\n', start) - start, "@TIME@");
+    }
     return bytes.replace(
         QLocale::c().toString(file.lastModified().date(), QStringLiteral("d/M/yyyy")).toUtf8(),
         "@DATE@");

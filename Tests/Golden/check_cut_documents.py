@@ -194,7 +194,7 @@ def varied(rng, kind):
         "ReducePoints": rng.random() < 0.3, "ReducePointsTolerance": pick(0.01, 0.05, 0.3, 1),
         "CutInterPoints": rng.random() < 0.3, "CutInterPointsFreq": pick(12.7, 20, 50),
         "CutLabelM31": pick(True, False), "PenCutInfos": pick(True, False),
-        "plot_pieceInfoLetterSize": pick(5, 18, 72), "plot_spaceLayers": pick(0, 3, 12.5),
+        "plot_pieceInfoLetterSize": pick(10, 18, 36), "plot_spaceLayers": pick(0, 3, 12.5),
         "CutFabricEdge": pick(True, False), "CutFabricEdgeSpacing": pick(3, 10, 17.3),
         "CutFabricEdgeLength": pick(5, 20, 100), "CutExternalPunchHoles": pick(True, True, False),
         "CutExternalPunchHoleTool": pick(0, 1), "CutCommandM69": rng.random() < 0.5,

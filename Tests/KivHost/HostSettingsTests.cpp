@@ -37,7 +37,8 @@ TEST(HostSettings, AssignmentsAreStoredAsThePlugInReadsThem)
         {"EastCutTypeDrill=2", "cut/EastCutTypeDrill", "2"},
         {"plot_pieceName=false", "plot/pieceName", false},
         {"plot_notchFactor=.5", "plot/notchFactor", 0.5},
-        {"plot_pieceInfoLetterSize=400", "plot/pieceInfoLetterSize", "400"},
+        {"plot_pieceInfoLetterSize=36", "plot/pieceInfoLetterSize", "36"},
+        {"symbols_letterSize=24", "symbols_letterSize", "24"},
         {"plot_color8=#00FF7f", "plot/color8", "#00ff7f"},
         {"nest_curveStep=0.25", "nest/curveStep", 0.25},
     };
@@ -71,8 +72,10 @@ TEST(HostSettings, WrongAssignmentsAreTold)
             "2 setting plot_spaceLayers: found \"-1\", expected a number from 0 to 1000 (cm)"},
         {"plot_notchFactor=0",
             "2 setting plot_notchFactor: found \"0\", expected a number from 0.1 to 10"},
-        {"plot_pieceInfoLetterSize=18.5", "2 setting plot_pieceInfoLetterSize: found \"18.5\", "
-                                          "expected a whole number from 1 to 400 (points)"},
+        {"plot_pieceInfoLetterSize=12", "2 setting plot_pieceInfoLetterSize: found \"12\", "
+                                        "expected one of 10, 18, 24, 27, 30, 36 (points)"},
+        {"symbols_letterSize=18.0", "2 setting symbols_letterSize: found \"18.0\", "
+                                    "expected one of 10, 18, 24, 27, 30, 36 (points)"},
         {"plot_color1=red", "2 setting plot_color1: found \"red\", expected a colour as #rrggbb"},
         {"plot_color1=#12345g",
             "2 setting plot_color1: found \"#12345g\", expected a colour as #rrggbb"},
@@ -245,7 +248,7 @@ TEST_F(SettingsOverlayTest, MarkerSettingsThatAreOutOfRangeAreToldAndLeftAtTheir
     store.setValue("cut/CutCommandM19", false);
     store.setValue("cut/EastCutTypeDrill", 7); // there is no such drill
     store.setValue("plot/spaceLayers", "inf");
-    store.setValue("plot/pieceInfoLetterSize", 0);
+    store.setValue("plot/pieceInfoLetterSize", 12);
     store.setValue("plot/pieceName", "perhaps");
     store.setValue("plot/color2", "#12345");
     store.setValue("plot/color3", "#123456");
@@ -264,8 +267,8 @@ TEST_F(SettingsOverlayTest, MarkerSettingsThatAreOutOfRangeAreToldAndLeftAtTheir
         "kivhost: setting EastCutTypeDrill: found \"7\", expected a whole number from 0 to 5\n"
         "kivhost: setting plot_pieceName: found \"perhaps\", expected true or false\n"
         "kivhost: setting plot_spaceLayers: found \"inf\", expected a number from 0 to 1000 (cm)\n"
-        "kivhost: setting plot_pieceInfoLetterSize: found \"0\", expected a whole number from 1 to "
-        "400 (points)\n"
+        "kivhost: setting plot_pieceInfoLetterSize: found \"12\", expected one of 10, 18, 24, 27, "
+        "30, 36 (points)\n"
         "kivhost: setting plot_color2: found \"#12345\", expected a colour as #rrggbb\n");
     MarkerSettings().apply();
 }
