@@ -10,6 +10,7 @@
 namespace KivSystem {
 namespace DxfNester {
 
+// NOLINTBEGIN(bugprone-reserved-identifier): names of the dialect
 const QString Code__0 = QStringLiteral("  0");
 const QString Code__1 = QStringLiteral("  1");
 const QString Code__2 = QStringLiteral("  2");
@@ -31,6 +32,7 @@ const QString Code_51 = QStringLiteral(" 51");
 const QString Code_66 = QStringLiteral(" 66");
 const QString Code_70 = QStringLiteral(" 70");
 const QString Code_999 = QStringLiteral("999");
+// NOLINTEND(bugprone-reserved-identifier)
 
 const QString k_DXF_NEST_CS_STYLE_NAME = QStringLiteral("STYLE");
 const QString k_DXF_NEST_CS_PIECE_NAME = QStringLiteral("NAME");

@@ -14,6 +14,7 @@ namespace KivSystem {
 namespace DxfNester {
 
 // Group codes. Those that no entity has yet belong to the dialect, too.
+// NOLINTBEGIN(bugprone-reserved-identifier): names of the dialect
 extern const QString Code__0;
 extern const QString Code__1;
 extern const QString Code__2;
@@ -35,6 +36,7 @@ extern const QString Code_51;
 extern const QString Code_66;
 extern const QString Code_70;
 extern const QString Code_999;
+// NOLINTEND(bugprone-reserved-identifier)
 
 // Keywords of a block. One word can stand behind several names: the name tells the place.
 extern const QString k_DXF_NEST_CS_STYLE_NAME;
