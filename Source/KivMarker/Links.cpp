@@ -146,9 +146,14 @@ void CDbMarkerLink::reOrderLinks(std::vector<CDbMarkerLink> &links)
     const auto placeOf = [](const CDbPointKIV &point) { return Place(point.x, point.y); };
     std::map<Place, std::vector<std::size_t>> starting;
     std::map<Place, int> awaited; // links that end there and have not come yet
+    const auto goesNowhere = [&](const CDbMarkerLink &link) { // it would wait for itself
+        return placeOf(link.first) == placeOf(link.second);
+    };
     for (std::size_t index = 0; index < links.size(); ++index) {
         starting[placeOf(links[index].first)].push_back(index);
-        ++awaited[placeOf(links[index].second)];
+        if (!goesNowhere(links[index])) {
+            ++awaited[placeOf(links[index].second)];
+        }
     }
 
     std::deque<std::size_t> ready;
@@ -163,7 +168,7 @@ void CDbMarkerLink::reOrderLinks(std::vector<CDbMarkerLink> &links)
         const std::size_t index = ready.front();
         ready.pop_front();
         const Place end = placeOf(links[index].second);
-        if (--awaited[end] == 0) {
+        if (!goesNowhere(links[index]) && --awaited[end] == 0) {
             const std::vector<std::size_t> &branches = starting[end];
             ready.insert(ready.end(), branches.begin(), branches.end());
         }

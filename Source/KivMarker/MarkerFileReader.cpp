@@ -169,6 +169,14 @@ void readPlaid(const JsonNode &node, CDbPlaidAndStripesInfo &plaid)
     plaid.sampleVerLines = readLines(node, "verticalLines");
     // A walk along the repeats would never end with a period of zero, and hardly with a tiny one.
     const auto needsPeriod = [&](const CDbLineObjectList &lines, double period, const char *key) {
+        constexpr double mostLines = 100; // in a centimetre
+        if (plaid.plaidActive && period >= kSmallestPeriod && lines.size() > mostLines * period) {
+            node.fail(QStringLiteral("%1 is %2 for %3 lines")
+                          .arg(QLatin1String(key))
+                          .arg(period)
+                          .arg(lines.size()),
+                QStringLiteral("at most 100 lines in a centimetre"));
+        }
         if (plaid.plaidActive && !lines.isEmpty() && period < kSmallestPeriod) {
             node.fail(QStringLiteral("%1 is %2").arg(QLatin1String(key)).arg(period),
                 QStringLiteral("at least 0.01 for an active plaid with such lines"));
@@ -326,6 +334,8 @@ std::unique_ptr<CDbPolygon> readCutDownPartner(
         std::make_unique<CDbPolygon>(polygon.pieceIndex, polygon.pieceSize(), polygon.isLeft());
     partner->sizeNumber = piece.getPieceSize(polygon.pieceSize()).sizeNumber;
     partner->colorIndex = polygon.colorIndex;
+    partner->ballotNumber = polygon.ballotNumber;
+    partner->pairedBallot = polygon.pairedBallot;
     partner->blockingPolygon = node.boolean("blocked", false);
     partner->place(piece.getPieceSize(polygon.pieceSize()), readPlacement(node, polygon.isLeft()));
     return partner;

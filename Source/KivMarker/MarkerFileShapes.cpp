@@ -205,6 +205,9 @@ void readTextPath(const JsonNode &node, CDbTextObject &text)
         for (int index = 0; index < count; ++index) {
             text.textPath.append(readPlace(path.item(index)));
         }
+        if (text.textBoxWidth == 0 && text.textBoxHeight == 0) {
+            text.setMinAndMax(nullptr); // it is placed by its own measure
+        }
     }
 }
 

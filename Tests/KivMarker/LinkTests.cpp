@@ -137,7 +137,8 @@ TEST(MarkerLinks, AreOrderedFromTheRootsOutward)
         {{}, {}}, {{{3, 4}, {1, 3}, {0, 1}, {1, 2}}, {{0, 1}, {1, 3}, {1, 2}, {3, 4}}},
         {{{8, 9}, {1, 2}, {7, 8}, {0, 1}}, {{7, 8}, {0, 1}, {8, 9}, {1, 2}}}, // two trees
         {{{2, 3}, {0, 2}, {1, 2}}, {{0, 2}, {1, 2}, {2, 3}}},                 // a confluence
-        {{{5, 6}, {6, 5}, {4, 4}, {0, 1}}, {{0, 1}, {5, 6}, {6, 5}, {4, 4}}}, // rings
+        {{{5, 6}, {6, 5}, {4, 4}, {0, 1}}, {{4, 4}, {0, 1}, {5, 6}, {6, 5}}}, // rings
+        {{{2, 3}, {1, 2}, {1, 1}}, {{1, 2}, {1, 1}, {2, 3}}}, // two points at one place
     };
     for (const auto &[edges, expected] : cases) {
         std::vector<CDbMarkerLink> links = linksOf(edges);

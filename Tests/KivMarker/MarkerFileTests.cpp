@@ -256,6 +256,9 @@ const Fault kFaults[] = {
         "$.fabrics[0].plaid: yRepetition is 0, expected at least 0.01 for an active plaid with "
         "such "
         "lines"},
+    {"\"yRepetition\": 8", "\"yRepetition\": 0.015",
+        "$.fabrics[0].plaid: yRepetition is 0.015 for 2 lines, expected at most 100 lines in a "
+        "centimetre"},
     {"\"position\": 4", "\"position\": 1e400",
         "$ (line 33, column 29): illegal number, expected JSON text"},
     {"\"position\": 4", "\"position\": 1e300",
