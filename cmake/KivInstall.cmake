@@ -13,9 +13,3 @@ install(DIRECTORY ${PROJECT_SOURCE_DIR}/io DESTINATION ${KIV_PLUGINS_INSTALL_DIR
     PATTERN .gitkeep EXCLUDE)
 file(GLOB samples CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/Samples/*.mar)
 install(FILES ${samples} DESTINATION ${CMAKE_INSTALL_DATADIR}/kiv/samples)
-
-set(CPACK_PACKAGE_NAME kiv)
-set(CPACK_PACKAGE_CONTACT "The KivPlotOut developers <developers@kivplotout.example>")
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_GENERATOR TGZ)
-include(CPack)

@@ -4,6 +4,10 @@
 
 #include <CLI/CLI.hpp>
 
+#include <QFileInfo>
+
+#include <algorithm>
+#include <iterator>
 #include <ostream>
 
 namespace KivSystem {
@@ -143,6 +147,19 @@ void addExport(CLI::App &app, ExportOptions &options)
     addJson(*verb, options.json);
 }
 
+void addRender(CLI::App &app, RenderOptions &options)
+{
+    CLI::App *verb = app.add_subcommand("render", "Draw a marker or an exported file");
+    addText(*verb, "FILE", options.file, "Marker, or a file that was exported")->required();
+    addText(*verb, "-o,--output", options.output, "Picture to write: .png or .svg", "PICTURE")
+        ->required();
+    addText(*verb, "--size", options.size, "Size in pixels, such as 1600x800", "WIDTHxHEIGHT");
+    verb->add_option("--fabric", options.fabric, "Number of the marker's fabric, from 1")
+        ->check(CLI::PositiveNumber)
+        ->type_name("N");
+    addSettingsSource(*verb, options.settings);
+}
+
 void addSettings(CLI::App &app, SettingsOptions &options)
 {
     CLI::App *verb = app.add_subcommand("settings", "List the settings");
@@ -159,7 +176,58 @@ std::string findFault(const CLI::App &app, const ExportOptions &options)
                                                      : std::string();
 }
 
+// A name that stands for a file: one that is there, or that ends as those do that a window opens.
+bool isFileName(const QString &argument)
+{
+    static const QStringList endings{QStringLiteral("mar"), QStringLiteral("cut"),
+        QStringLiteral("dxf"), QStringLiteral("ai"), QStringLiteral("txt")};
+    const QFileInfo info(argument);
+    return info.isFile() || endings.contains(info.suffix().toLower());
+}
+
+bool isVerb(const CLI::App &app, const std::string &name)
+{
+    const std::vector<const CLI::App *> verbs =
+        app.get_subcommands([](const CLI::App *) { return true; });
+    return std::any_of(verbs.begin(), verbs.end(),
+        [&name](const CLI::App *verb) { return verb->get_name() == name; });
+}
+
+// Whether the command line has files where a verb would stand.
+bool asksForWindow(const CLI::App &app, int count, const char *const *arguments)
+{
+    for (int i = 1; i < count; ++i) {
+        const std::string argument = arguments[i];
+        if (argument == "--plugins") {
+            ++i; // its directory
+        } else if (argument == "--") {
+            return i + 1 < count;
+        } else if (argument.rfind("--plugins=", 0) != 0) {
+            return argument.rfind('-', 0) != 0 && !isVerb(app, argument) &&
+                   isFileName(QString::fromStdString(argument));
+        }
+    }
+    return count < 2;
+}
+
+void parseFiles(CommandLine &result, int count, const char *const *arguments)
+{
+    CLI::App app("Opens files in the window", "kivhost");
+    WindowOptions options;
+    addText(app, "--plugins", result.plugins, "Directory of the plug-ins", "DIR");
+    addTexts(app, "FILE", options.files, "Marker or exported file", "")->allow_extra_args();
+    app.parse(count, arguments);
+    result.verb = options;
+}
+
 } // namespace
+
+bool hasDisplay()
+{
+    const char *const names[] = {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"};
+    return std::any_of(std::begin(names), std::end(names),
+        [](const char *name) { return !qEnvironmentVariableIsEmpty(name); });
+}
 
 CommandLine parseCommandLine(
     int count, const char *const *arguments, std::ostream &out, std::ostream &err)
@@ -171,11 +239,13 @@ CommandLine parseCommandLine(
     ExportOptions exported;
     SettingsOptions settings;
     SvgVerbOptions svg;
+    RenderOptions render;
 
     CLI::App app("Looks into markers and exports them", "kivhost");
     app.fallthrough(); // the general options may also stand behind the verb
     app.set_help_flag("-h,--help", "Print this help");
     app.set_version_flag("--version", "kivhost " KIV_VERSION);
+    app.footer("Without a subcommand the window opens: kivhost [--plugins DIR] [FILE...]");
     addText(app, "--plugins", result.plugins, "Directory of the plug-ins", "DIR");
     addFormats(app, formats);
     addInfo(app, info);
@@ -183,8 +253,9 @@ CommandLine parseCommandLine(
     addExport(app, exported);
     addSettings(app, settings);
     addSvg(app, svg);
+    addRender(app, render);
 
-    if (count < 2) {
+    if (count < 2 && !hasDisplay()) {
         err << app.help();
         result.exitStatus = ExitWrongUsage;
         return result;
@@ -195,6 +266,13 @@ CommandLine parseCommandLine(
                 throw CLI::ValidationError(
                     "argument " + std::to_string(argument) + " is not UTF-8 text");
             }
+        }
+        if (asksForWindow(app, count, arguments)) {
+            if (!hasDisplay()) {
+                throw CLI::ValidationError("there is no display to open a window on");
+            }
+            parseFiles(result, count, arguments);
+            return result;
         }
         app.require_subcommand(1);
         app.parse(count, arguments);
@@ -221,6 +299,8 @@ CommandLine parseCommandLine(
         result.verb = exported;
     } else if (app.got_subcommand("svg")) {
         result.verb = svg;
+    } else if (app.got_subcommand("render")) {
+        result.verb = render;
     } else {
         result.verb = settings;
     }

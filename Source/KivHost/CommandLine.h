@@ -19,11 +19,16 @@ struct CommandLine
 
     QString plugins; ///< directory of the plug-ins; empty: where they belong
     std::variant<FormatsOptions, InfoOptions, ImportOptions, ExportOptions, SettingsOptions,
-        SvgVerbOptions>
+        SvgVerbOptions, RenderOptions, WindowOptions>
         verb;
 };
 
+/// Whether a window can be opened: there is a display, or Qt was told its platform.
+bool hasDisplay();
+
 /// `arguments` as main() has them, in UTF-8. Help goes to `out`, faults go to `err`.
+/// Without arguments, or with names of files in place of a verb, the window is asked for; where no
+/// window can be opened, that is wrong usage.
 CommandLine parseCommandLine(
     int count, const char *const *arguments, std::ostream &out, std::ostream &err);
 

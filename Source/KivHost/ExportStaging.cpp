@@ -155,8 +155,13 @@ ExportStaging::~ExportStaging()
 
 QString ExportStaging::addFile(const QString &proposedName)
 {
-    m_names.append(m_fileNames.claim(proposedName));
-    return stagedPath(m_names.last());
+    return addNamedFile(m_fileNames.claim(proposedName));
+}
+
+QString ExportStaging::addNamedFile(const QString &fileName)
+{
+    m_names.append(fileName);
+    return stagedPath(fileName);
 }
 
 QString ExportStaging::currentTarget() const

@@ -55,6 +55,10 @@ public:
     /// The path that the next file is to be written to.
     QString addFile(const QString &proposedName);
 
+    /// The same for a file whose name is settled. It does not begin with a dot, and each name is
+    /// added once.
+    QString addNamedFile(const QString &fileName);
+
     /// Whether a file was asked for at all.
     bool isEmpty() const { return m_names.isEmpty(); }
 

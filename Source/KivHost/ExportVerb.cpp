@@ -1,14 +1,11 @@
 #include "CommandLineInterface.h"
 #include "Console.h"
 #include "ExportStaging.h"
-#include "FormatData.h"
+#include "ExportSteps.h"
 #include "HostSettings.h"
-#include "KivCore/Application.h"
-#include "KivCore/Dialog.h"
 #include "KivCore/ExporterFactory.h"
 #include "KivMarker/Document.h"
 #include "KivMarker/MarkerFile.h"
-#include "NestingExport.h"
 #include "Verbs.h"
 
 #include <QDir>
@@ -16,9 +13,6 @@
 #include <QJsonObject>
 #include <QMap>
 #include <QRegularExpression>
-#include <QWidget>
-
-#include <boost/pointer_cast.hpp>
 
 #include <algorithm>
 
@@ -28,12 +22,7 @@ namespace {
 
 std::vector<FileFormat> chosenFormats(const ExportOptions &options, const ExporterFactory &factory)
 {
-    std::vector<FileFormat> offered;
-    for (const QString &name : factory.supportedFormats()) {
-        FileFormat format;
-        factory.describeFormat(name, format);
-        offered.push_back(format);
-    }
+    std::vector<FileFormat> offered = offeredFormats(factory);
     if (options.all) {
         return offered;
     }
@@ -94,10 +83,6 @@ public:
     int finish() const;
 
 private:
-    bool askExporter(Exporter<DocumentMak> &exporter);
-    void checkBefore(const FileFormat &format);
-    QStringList lossesOf(const FileFormat &format) const;
-    void tellCutMessages(const FileFormat &format);
     void exportFiles(const FileFormat &format, Exporter<DocumentMak> &exporter);
     QString reasonOr(const QString &reason) const;
     void report(const FileFormat &format, const WrittenFile &file);
@@ -114,9 +99,7 @@ private:
 
 void ExportRun::exportTo(const FileFormat &format)
 {
-    // Every exporter of the factory is one of its document class; nothing may be called before.
-    const auto exporter = boost::reinterpret_pointer_cast<Exporter<DocumentMak>>(
-        m_factory.createExporter(format.name));
+    const auto exporter = makeExporter(m_factory, format.name);
     if (!exporter) {
         const QString sentence =
             QStringLiteral("the plug-in does not offer %1 yet").arg(format.name);
@@ -135,66 +118,20 @@ void ExportRun::exportTo(const FileFormat &format)
     m_user.beginExport(nullptr, false);
 }
 
-// The steps of a window before the files are written: false when one of them ended the export.
-bool ExportRun::askExporter(Exporter<DocumentMak> &exporter)
-{
-    if (!exporter.canExport(m_document)) {
-        return false;
-    }
-    // As a window does: the page in front is checked as the dialog is accepted, all else as it
-    // closes.
-    QWidget *panel = exporter.optionsPanel();
-    auto *dialog = qobject_cast<KivDialog *>(panel);
-    if (dialog != nullptr && !dialog->validateInputs()) {
-        return false;
-    }
-    if (panel != nullptr && !panel->close()) {
-        return false;
-    }
-    return exporter.prepare(m_document);
-}
-
-QStringList ExportRun::lossesOf(const FileFormat &format) const
-{
-    return format.tag == nestingFormatTag() ? nestingLosses(m_document) : QStringList();
-}
-
-// What the host can tell better than the plug-in, which would write nothing or too little.
-void ExportRun::checkBefore(const FileFormat &format)
-{
-    QString fault = findFormatDataFault(format.tag, KivApplication::instance()->pluginsDir());
-    if (format.tag == nestingFormatTag()) {
-        fault = fault.isEmpty() ? findNestingFault(m_document) : fault;
-        const QString remark = nestingRemark(m_document);
-        if (!remark.isEmpty()) {
-            m_console.message(remark);
-        }
-    }
-    if (!fault.isEmpty()) {
-        throw HostError(ExitFailed, notWritten(format.name, fault));
-    }
-}
-
 void ExportRun::exportFiles(const FileFormat &format, Exporter<DocumentMak> &exporter)
 {
     const QString folder = QDir(m_options.directory).filePath(fileNameFrom(format.tag));
     ExportStaging staging(folder, extensionOf(format));
     m_user.beginExport(&staging, m_options.exportNotOptimised);
-    checkBefore(format);
+    const auto tell = [this](const QString &sentence) { m_console.message(sentence); };
+    checkBeforeExport(format, m_document, tell);
     try {
-        if (!askExporter(exporter)) {
+        if (!exporter.canExport(m_document) || !closeOptionsPanel(exporter.optionsPanel()) ||
+            !exporter.prepare(m_document)) {
             throw HostError(ExitFailed,
                 notWritten(format.name, reasonOr(QStringLiteral("the format refused the marker"))));
         }
-        exporter.prompt();
-        if (format.tag == nestingFormatTag()) {
-            noteNestingExport(m_document);
-        }
-        exporter.exportDocument(m_document, nullptr, format.filter);
-        tellCutMessages(format);
-        for (const QString &loss : lossesOf(format)) {
-            m_console.message(loss);
-        }
+        writeDocument(exporter, format, m_document, tell);
     } catch (const HostError &) {
         throw;
     } catch (const std::exception &error) {
@@ -213,22 +150,6 @@ void ExportRun::exportFiles(const FileFormat &format, Exporter<DocumentMak> &exp
     }
     for (const WrittenFile &file : staging.commit()) {
         report(format, file);
-    }
-}
-
-// A fabric that cannot be cut fails the whole format: half a marker is no result.
-void ExportRun::tellCutMessages(const FileFormat &format)
-{
-    QString refusal;
-    for (const CutMessage &message : m_document.takeCutMessages()) {
-        if (message.refused && refusal.isEmpty()) {
-            refusal = message.text;
-        } else {
-            m_console.message(message.text);
-        }
-    }
-    if (!refusal.isEmpty()) {
-        throw HostError(ExitFailed, notWritten(format.name, refusal));
     }
 }
 

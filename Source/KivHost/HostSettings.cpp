@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QLocale>
 #include <QRegularExpression>
 #include <QSettings>
 
@@ -28,7 +29,7 @@ SettingType choice(const QStringList &words)
         [words](const QString &text) {
             return words.contains(text.toLower()) ? QVariant(text.toLower()) : QVariant();
         },
-        [](const QVariant &value) { return value.toString(); }};
+        [](const QVariant &value) { return value.toString(); }, SettingType::Input::Choice, words};
 }
 
 QString withUnit(const QString &meaning, const QString &unit)
@@ -48,7 +49,8 @@ SettingType wholeNumber(int lowest, int highest, const QString &unit = QString()
                        ? QVariant(QString::number(number))
                        : QVariant();
         },
-        [](const QVariant &value) { return value.toString(); }};
+        [](const QVariant &value) { return value.toString(); }, SettingType::Input::WholeNumber, {},
+        double(lowest), double(highest), unit};
 }
 
 constexpr double kSmallestFactor = 0.1; // of a drawing: the panel's
@@ -63,7 +65,8 @@ SettingType letterSize()
     return {withUnit(QStringLiteral("one of %1").arg(sizes.join(QStringLiteral(", "))),
                 QStringLiteral("points")),
         [sizes](const QString &text) { return sizes.contains(text) ? QVariant(text) : QVariant(); },
-        [](const QVariant &value) { return value.toString(); }};
+        [](const QVariant &value) { return value.toString(); }, SettingType::Input::Choice, sizes,
+        kLetterSizeLadder.front(), kLetterSizeLadder.back(), QStringLiteral("points")};
 }
 
 // A number with a point as its decimal sign, whatever the locale.
@@ -76,7 +79,8 @@ SettingType number(double lowest, double highest, const QString &unit)
             const double value = text.toDouble(&isNumber);
             return isNumber && value >= lowest && value <= highest ? QVariant(value) : QVariant();
         },
-        [](const QVariant &value) { return value.toString(); }};
+        [](const QVariant &value) { return value.toString(); }, SettingType::Input::Number, {},
+        lowest, highest, unit};
 }
 
 SettingType flag()
@@ -93,7 +97,8 @@ SettingType flag()
             return text == QLatin1String("1")   ? QStringLiteral("true")
                    : text == QLatin1String("0") ? QStringLiteral("false")
                                                 : text;
-        }};
+        },
+        SettingType::Input::Flag};
 }
 
 // Six digits and no name: a colour reads the same wherever it is shown.
@@ -104,7 +109,7 @@ SettingType color()
             static const QRegularExpression digits(QStringLiteral("\\A#[0-9A-Fa-f]{6}\\z"));
             return digits.match(text).hasMatch() ? QVariant(text.toLower()) : QVariant();
         },
-        [](const QVariant &value) { return value.toString(); }};
+        [](const QVariant &value) { return value.toString(); }, SettingType::Input::Color};
 }
 
 std::optional<char> fromHexadecimal(const QString &digits)
@@ -322,8 +327,9 @@ QString textOf(const MarkerSettingDescription &description, double value)
     if (description.kind == Kind::Flag) {
         return value != 0 ? QStringLiteral("true") : QStringLiteral("false");
     }
-    return description.kind == Kind::Color ? QColor(static_cast<QRgb>(value)).name()
-                                           : QString::number(value);
+    return description.kind == Kind::Color
+               ? QColor(static_cast<QRgb>(value)).name()
+               : QString::number(value, 'g', QLocale::FloatingPointShortest);
 }
 
 // The number that a parsed value stands for.
@@ -359,6 +365,15 @@ const std::vector<Setting> &hostSettings()
 {
     static const std::vector<Setting> settings = allSettings();
     return settings;
+}
+
+const Setting &windowLanguageSetting()
+{
+    static const Setting language = {QStringLiteral("language"), QStringLiteral("window/language"),
+        choice({QStringLiteral("system"), QStringLiteral("en"), QStringLiteral("de"),
+            QStringLiteral("fr")}),
+        QStringLiteral("system"), QStringLiteral("language of the window")};
+    return language;
 }
 
 SettingValue parseSetting(const QString &assignment)
@@ -465,6 +480,22 @@ void restoreMarkerSettings(const Console &console)
         }
     }
     values.apply();
+}
+
+void storeMarkerSettings()
+{
+    QSettings store;
+    const MarkerSettings values = MarkerSettings::current();
+    for (const MarkerSettingDescription &description : markerSettingDescriptions()) {
+        const Setting setting = markerSetting(description);
+        const double value = description.valueIn(values);
+        const QVariant stored = setting.type.parse(currentText(setting, store));
+        const double known = stored.isValid() ? numberOf(description, stored)
+                                              : description.valueIn(MarkerSettings());
+        if (value != known) {
+            store.setValue(setting.key, setting.type.parse(textOf(description, value)));
+        }
+    }
 }
 
 void applyConventions(const Console &console)

@@ -33,11 +33,28 @@ struct SettingsSource
 /// How a setting reads on the command line and in the store.
 struct SettingType
 {
+    /// What a person chooses or types.
+    enum class Input
+    {
+        Choice, ///< one of `choices`
+        WholeNumber,
+        Number,
+        Flag,
+        Color,
+        Text,
+    };
+
     QString meaning; ///< what a value may be, as in "expected a whole number from 0 to 6"
     /// The value to store; invalid when the text is none.
     std::function<QVariant(const QString &)> parse;
     /// The reverse, also for what a store file holds.
     std::function<QString(const QVariant &)> format;
+
+    Input input = Input::Text;
+    QStringList choices = {}; ///< in the words of the command line
+    double lowest = 0;        ///< of numbers
+    double highest = 0;
+    QString unit = {}; ///< of numbers and letter sizes; lengths are in cm
 };
 
 struct Setting
@@ -51,6 +68,10 @@ struct Setting
 
 /// All settings, in the order in which they are listed.
 const std::vector<Setting> &hostSettings();
+
+/// The language of the window, which a command line does not have: "system", or one there is a
+/// translation for.
+const Setting &windowLanguageSetting();
 
 struct SettingValue
 {
@@ -114,6 +135,10 @@ void applyConventions(const Console &console);
 /// Gives the marker library its settings out of the present store; bad values are told and their
 /// defaults taken.
 void restoreMarkerSettings(const Console &console);
+
+/// Puts those settings of the marker library into the present store that were changed since they
+/// came from there.
+void storeMarkerSettings();
 
 } // namespace KivSystem
 

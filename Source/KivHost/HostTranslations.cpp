@@ -1,9 +1,12 @@
 #include "HostTranslations.h"
 
+#include "HostSettings.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QSettings>
 #include <QTranslator>
 
 #include <memory>
@@ -24,9 +27,8 @@ bool installTranslator(const QLocale &language, const QString &name, const QStri
 
 } // namespace
 
-void installTranslations(const QDir &pluginsDirectory)
+void installTranslations(const QDir &pluginsDirectory, const QLocale &locale)
 {
-    const QLocale locale;
     if (locale.language() == QLocale::C) {
         return; // LANGUAGE names languages all the same, but does not count then
     }
@@ -43,6 +45,16 @@ void installTranslations(const QDir &pluginsDirectory)
             return;
         }
     }
+}
+
+QLocale windowLanguage()
+{
+    const Setting &setting = windowLanguageSetting();
+    const QSettings store;
+    const QString language = currentText(setting, store);
+    return language == setting.defaultText || !findStoredFault(setting, store).isEmpty()
+               ? QLocale()
+               : QLocale(language);
 }
 
 } // namespace KivSystem

@@ -4,15 +4,20 @@
 #ifndef KIVHOST_HOSTTRANSLATIONS_H
 #define KIVHOST_HOSTTRANSLATIONS_H
 
+#include <QLocale>
+
 class QDir;
 
 namespace KivSystem {
 
-/// Installs the first translation that there is among the languages of the user's locale; English,
+/// Installs the first translation that there is among the languages of the locale; English,
 /// the language of the texts themselves, needs none and ends the search. Without any the texts stay
 /// English, which is no fault. The translators belong to the application object, which must exist.
 /// Plug-ins keep some texts as they first need them: this comes before one is loaded.
-void installTranslations(const QDir &pluginsDirectory);
+void installTranslations(const QDir &pluginsDirectory, const QLocale &locale = QLocale());
+
+/// The language that the user chose for the window, or the locale of the system.
+QLocale windowLanguage();
 
 } // namespace KivSystem
 

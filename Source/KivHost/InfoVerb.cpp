@@ -6,8 +6,8 @@
 #include "KivMarker/Document.h"
 #include "KivMarker/Drawing.h"
 #include "KivMarker/MarkerFile.h"
-#include "KivMarker/Polygon.h"
 #include "KivMarker/ShareGlobales.h"
+#include "MarkerFacts.h"
 #include "Verbs.h"
 
 #include <QJsonArray>
@@ -17,100 +17,6 @@
 namespace KivSystem {
 
 namespace {
-
-struct LayerFacts
-{
-    double width = 0;
-    double length = 0;
-    double efficiency = 0; // percent
-    short garments = 0;
-    short placed = 0;
-    short toPlace = 0;
-    int standBy = 0;
-};
-
-struct PieceFacts
-{
-    const CDbPieceObject *piece = nullptr;
-    QString style;
-    QStringList sizes;
-    qint64 ordered = 0;
-    qint64 placed = 0;
-    qint64 left = 0; // in the chart
-};
-
-// Calls visit(number) for the numbers of layers or sizes, which count from 1.
-template <class Visitor>
-void forEachNumber(int count, Visitor visit)
-{
-    for (int number = 1; number <= count; ++number) {
-        visit(static_cast<short>(number));
-    }
-}
-
-// Calls visit(group, polygon) for all that lies in a layer.
-template <class Visitor>
-void forEachPolygon(const CDbFabricObject &fabric, short layer, Visitor visit)
-{
-    for (const auto &group : fabric.findLayer(layer)->groups) {
-        for (const CDbPolygon *polygon = group->firstPolygon; polygon != nullptr;
-             polygon = polygon->nextPolygon) {
-            visit(*group, *polygon);
-        }
-    }
-}
-
-LayerFacts layerFacts(const CDbFabricObject &fabric, short layer)
-{
-    LayerFacts facts;
-    double area = 0;
-    fabric.calculateTheValuesToDisplayInALayer(
-        layer, nullptr, &facts.garments, &facts.toPlace, &facts.placed, &facts.length, &area);
-    facts.width = fabric.getFabricLayerWidth(layer);
-    facts.efficiency = fabric.returnPlacementEfficiencyFactor(facts.width, facts.length, area);
-    forEachPolygon(fabric, layer, [&facts](const CDbGrPolysObject &group, const CDbPolygon &) {
-        facts.standBy += group.groupPlace() == PlacedInStandBy ? 1 : 0;
-    });
-    return facts;
-}
-
-QString sizeText(const CDbStyleObject *style, short number)
-{
-    const int position = style != nullptr ? style->sizePosition(number) : -1;
-    if (position >= 0) {
-        const StyleSize &size = style->sizes()[static_cast<std::size_t>(position)];
-        return size.special.isEmpty() ? size.name
-                                      : QStringLiteral("%1 %2").arg(size.name, size.special);
-    }
-    return QString::number(number);
-}
-
-std::vector<PieceFacts> pieceFacts(const CDbMarkerDrawing &drawing, const CDbFabricObject &fabric)
-{
-    std::vector<PieceFacts> pieces;
-    for (const CDbPieceObject *piece = fabric.firstPiece(); piece; piece = piece->getNextPiece()) {
-        PieceFacts facts;
-        facts.piece = piece;
-        const CDbStyleObject *style = drawing.getStyle(static_cast<short>(piece->getStyleNo() - 1));
-        facts.style = style ? style->getStyleName() : QString();
-        forEachNumber(piece->getNumberOfSizes(), [&](short size) {
-            facts.sizes.append(sizeText(style, piece->getPieceSize(size).sizeNumber));
-        });
-        for (const auto &[key, quantity] : piece->orderedQuantities()) {
-            facts.ordered += quantity;
-            facts.left += piece->getQtyPieceSizeLayer(key.size, key.left, key.layer);
-        }
-        pieces.push_back(facts);
-    }
-    const auto countPlaced = [&](const CDbGrPolysObject &group, const CDbPolygon &polygon) {
-        if (group.groupPlace() == PlacedOnMarker && polygon.pieceIndex > 0) {
-            ++pieces[static_cast<std::size_t>(polygon.pieceIndex - 1)].placed;
-        }
-    };
-    forEachNumber(
-        fabric.layerCount(), [&](short layer) { forEachPolygon(fabric, layer, countPlaced); });
-    return pieces;
-}
 
 QString typeWord(int fabricType)
 {

@@ -60,9 +60,24 @@ struct ExportOptions
     bool json = false;
 };
 
+struct RenderOptions
+{
+    QString file;   ///< a marker (*.mar) or an exported file
+    QString output; ///< ends in .png or .svg
+    QString size;   ///< "1600x800"; empty: by the picture
+    int fabric = 0; ///< of a marker, from 1; 0: the current one
+    SettingsSource settings;
+};
+
 struct SettingsOptions
 {
     bool json = false;
+};
+
+/// No verb: the window with these files open. See HostWindow.h.
+struct WindowOptions
+{
+    QStringList files;
 };
 
 /// Throws HostError (ExitUnreadable) with the loader's sentence.
@@ -80,6 +95,9 @@ int importMarker(const ImportOptions &options, const Console &console);
 /// `user` is the interface of the KivApplication that the plug-in asks.
 int exportMarker(const ExportOptions &options, ExporterFactory &factory, CommandLineInterface &user,
     const Console &console);
+
+/// Draws a marker or an exported file into a picture file.
+int renderPicture(const RenderOptions &options, const Console &console);
 
 int listSettings(const SettingsOptions &options, const Console &console);
 

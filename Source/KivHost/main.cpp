@@ -7,6 +7,7 @@
 #include "KivCore/Init.h"
 #include "KivCore/Log.h"
 #include "PluginLoader.h"
+#include "Window/HostWindow.h"
 
 #include <QApplication>
 #include <QDir>
@@ -26,11 +27,16 @@ namespace KivSystem {
 
 namespace {
 
+bool applicationStands = false;
+
 // Messages of Qt bear the program's name, too. A missing runtime directory is no concern of a verb.
 void showQtMessage(QtMsgType type, const QMessageLogContext &, const QString &message)
 {
     if (type != QtDebugMsg && !message.contains(QLatin1String("XDG_RUNTIME_DIR"))) {
         std::cerr << "kivhost: " << onOneLine(message).toStdString() << std::endl;
+    }
+    if (type == QtFatalMsg && !applicationStands) {
+        std::_Exit(ExitFailed); // there is no display behind the name: no fault of the program
     }
     if (type == QtFatalMsg) {
         std::abort();
@@ -65,6 +71,8 @@ public:
         return listSettings(options, m_console);
     }
     int operator()(const SvgVerbOptions &options) const { return writeSvg(options, m_console); }
+    int operator()(const RenderOptions &options) const { return renderPicture(options, m_console); }
+    int operator()(const WindowOptions &) const { return ExitFailed; } // is no verb
 
 private:
     ExporterFactory &factory() const { return loadPlugin(m_application->pluginsDir()); }
@@ -109,10 +117,14 @@ int main(int argc, char **argv)
     KivSystem::logToStandardError(KivSystem::LogWarning);
 
     // A verb works without a display, and the names in its arguments are not Qt's options.
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const auto *window = std::get_if<KivSystem::WindowOptions>(&commandLine.verb);
+    if (window == nullptr) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     int qtArgumentCount = 1;
     const QApplication application(qtArgumentCount, argv);
+    KivSystem::applicationStands = true;
     QCoreApplication::setOrganizationName(QStringLiteral("KivSystem"));
     QCoreApplication::setApplicationName(QStringLiteral("kivhost"));
     QCoreApplication::setApplicationVersion(QStringLiteral(KIV_VERSION));
@@ -123,5 +135,6 @@ int main(int argc, char **argv)
     // what formats take from QLocale follows the user.
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
     std::setlocale(LC_NUMERIC, "C");
-    return KivSystem::runVerb(commandLine);
+    return window != nullptr ? KivSystem::runWindow(*window, commandLine.plugins)
+                             : KivSystem::runVerb(commandLine);
 }

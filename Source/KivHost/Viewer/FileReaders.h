@@ -1,0 +1,82 @@
+// FileReaders: turn the bytes of an exported file into what stands in it. A reader takes any bytes:
+// it either returns all that the file tells or throws ReadFault with one sentence and the place.
+#ifndef KIVHOST_FILEREADERS_H
+#define KIVHOST_FILEREADERS_H
+
+#include "CutProgram.h"
+
+#include <QPolygonF>
+#include <QStringList>
+
+#include <stdexcept>
+#include <vector>
+
+class QByteArray;
+
+namespace KivSystem {
+
+/// what() is the sentence in UTF-8, with the place in front: "line 7: ...".
+class ReadFault : public std::runtime_error
+{
+public:
+    explicit ReadFault(const QString &sentence)
+        : std::runtime_error(sentence.toUtf8().toStdString())
+    {}
+};
+
+/// Bytes out of a file as they can stand in a message: no control characters, not too long.
+QString quoted(const QByteArray &bytes);
+
+/// A cut file of the ANSI dialect. Places are counted in blocks from 1, and bytes from 0.
+CutProgram readAnsiCutFile(const QByteArray &bytes);
+
+/// A cut file of the Eastman dialect. Places are lines from 1, as in those below.
+CutProgram readEastmanCutFile(const QByteArray &bytes);
+
+struct NesterPolyline
+{
+    QPolygonF points; ///< cm, or whatever the file's unit is
+    bool closed = false;
+};
+
+struct NesterBlock
+{
+    QString name;
+    QStringList keywords; ///< "NAME:FRONT"
+    std::vector<NesterPolyline> lines;
+    int instances = 0; ///< INSERTs of the block
+};
+
+struct NesterFile
+{
+    QStringList keywords; ///< those that hold for all blocks
+    std::vector<NesterBlock> blocks;
+};
+
+/// A DXF file with blocks. Entities other than TEXT, POLYLINE and INSERT are passed over.
+NesterFile readNesterFile(const QByteArray &bytes);
+
+/// The blocks in rows, each with its name and how often it is wanted.
+Picture pictureOf(const NesterFile &file);
+
+/// An Illustrator drawing as our own exports write them, as a picture with the file's colours. The
+/// unit is that of the file at the factor 1.
+Picture readIllustratorFile(const QByteArray &bytes);
+
+struct TableFile
+{
+    QChar separator; ///< null when every line is one field
+    std::vector<QStringList> rows;
+    int columns = 0; ///< of the longest row
+};
+
+/// A report or a list of labels: UTF-8, or Latin-1 where it is none. The separator is the one of
+/// tab, semicolon and comma that the first line has most often.
+TableFile readTableFile(const QByteArray &bytes);
+
+/// The first rows of the table, as a picture.
+Picture pictureOf(const TableFile &table);
+
+} // namespace KivSystem
+
+#endif

@@ -1,0 +1,163 @@
+#include "Viewer.h"
+
+#include "CutFileChild.h"
+#include "PictureView.h"
+#include "ViewedFile.h"
+#include "Window/WindowText.h"
+
+#include <QAction>
+#include <QBoxLayout>
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QHeaderView>
+#include <QLabel>
+#include <QSplitter>
+#include <QTableWidget>
+#include <QTreeWidget>
+
+namespace KivSystem {
+
+namespace {
+
+QString text(const char *english)
+{
+    return windowText(english);
+}
+
+std::unique_ptr<MdiChild> childWith(QWidget *content)
+{
+    auto child = std::make_unique<MdiChild>();
+    auto *layout = new QVBoxLayout(child.get());
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->addWidget(content, 1);
+    child->setFocusProxy(content);
+    return child;
+}
+
+void addFit(MdiChild &child, PictureView *view)
+{
+    auto *fit = new QAction(text("Fit"), &child);
+    fit->setShortcut(QKeySequence(QStringLiteral("F")));
+    fit->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    QObject::connect(fit, &QAction::triggered, view, [view] { view->fit(); });
+    child.addAction(fit);
+}
+
+std::unique_ptr<MdiChild> makeChild(const CutProgram &program)
+{
+    return std::make_unique<CutFileChild>(program);
+}
+
+std::unique_ptr<MdiChild> makeChild(const Picture &picture)
+{
+    auto *view = new PictureView(picture);
+    std::unique_ptr<MdiChild> child = childWith(view);
+    addFit(*child, view);
+    return child;
+}
+
+QTreeWidget *blockList(const NesterFile &file)
+{
+    auto *list = new QTreeWidget;
+    list->setColumnCount(2);
+    list->setHeaderLabels({text("Block"), text("Wanted")});
+    list->setAccessibleName(text("Blocks"));
+    list->setToolTip(text("Blocks with their keywords; one that is chosen is shown large"));
+    auto *all = new QTreeWidgetItem(list, {text("All blocks"), QString()});
+    for (const QString &keyword : file.keywords) {
+        new QTreeWidgetItem(all, {keyword, QString()});
+    }
+    all->setExpanded(true);
+    for (const NesterBlock &block : file.blocks) {
+        auto *item = new QTreeWidgetItem(list, {block.name, QString::number(block.instances)});
+        for (const QString &keyword : block.keywords) {
+            new QTreeWidgetItem(item, {keyword, QString()});
+        }
+    }
+    list->header()->setStretchLastSection(false);
+    list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    list->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
+    return list;
+}
+
+std::unique_ptr<MdiChild> makeChild(const NesterFile &file)
+{
+    const Picture picture = pictureOf(file);
+    std::vector<QRectF> areas;
+    for (const PictureLayer &layer : picture.layers) {
+        areas.push_back(Picture{{layer}}.bounds());
+    }
+    auto *view = new PictureView(picture);
+    QTreeWidget *list = blockList(file);
+    QObject::connect(list, &QTreeWidget::currentItemChanged, view, [=](QTreeWidgetItem *chosen) {
+        if (chosen == nullptr) {
+            return;
+        }
+        QTreeWidgetItem *block = chosen->parent() == nullptr ? chosen : chosen->parent();
+        const int number = list->indexOfTopLevelItem(block) - 1; // behind that of all blocks
+        view->show(number < 0 ? QRectF() : areas[static_cast<std::size_t>(number)]);
+    });
+    auto *splitter = new QSplitter;
+    splitter->addWidget(list);
+    splitter->addWidget(view);
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({280, 640});
+    std::unique_ptr<MdiChild> child = childWith(splitter);
+    child->setFocusProxy(list);
+    addFit(*child, view);
+    return child;
+}
+
+// The repeated values of a field, and its lines, in one line.
+QString cellText(QString field)
+{
+    field.replace(QLatin1Char('\x1d'), QStringLiteral(" | "));
+    field.replace(QLatin1Char('\x0b'), QLatin1Char(' '));
+    return field;
+}
+
+std::unique_ptr<MdiChild> makeChild(const TableFile &file)
+{
+    constexpr int widest = 320;
+    auto *table = new QTableWidget(static_cast<int>(file.rows.size()), file.columns);
+    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table->setAlternatingRowColors(true);
+    table->setTabKeyNavigation(false); // Tab leaves the table, the arrow keys move in it
+    table->setAccessibleName(text("Fields"));
+    table->setToolTip(text("A line of the file is a row; fields are numbered from 0"));
+    for (int row = 0; row < table->rowCount(); ++row) {
+        const QStringList &fields = file.rows[static_cast<std::size_t>(row)];
+        for (int column = 0; column < fields.size(); ++column) {
+            auto *item = new QTableWidgetItem(cellText(fields[column]));
+            item->setToolTip(item->text().toHtmlEscaped());
+            table->setItem(row, column, item);
+        }
+    }
+    for (int column = 0; column < file.columns; ++column) {
+        table->setHorizontalHeaderItem(column, new QTableWidgetItem(QString::number(column)));
+    }
+    table->horizontalHeader()->setMaximumSectionSize(widest);
+    table->horizontalHeader()->setResizeContentsPrecision(200);
+    table->resizeColumnsToContents();
+    return childWith(table);
+}
+
+} // namespace
+
+bool canView(const QString &path)
+{
+    QFile file(path);
+    return QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly) &&
+           kindOf(file.read(4096), path) != FileKind::Unknown;
+}
+
+std::unique_ptr<MdiChild> makeViewer(const QString &path)
+{
+    std::unique_ptr<MdiChild> child =
+        std::visit([](const auto &content) { return makeChild(content); }, readExportedFile(path));
+    child->setWindowTitle(QFileInfo(path).fileName());
+    return child;
+}
+
+} // namespace KivSystem

@@ -1,0 +1,41 @@
+// ExportPanel: the place in the export dialog where a format shows its options. The panel stays its
+// exporter's.
+#ifndef KIVHOST_EXPORTPANEL_H
+#define KIVHOST_EXPORTPANEL_H
+
+#include <QPointer>
+#include <QScrollArea>
+
+#include <functional>
+
+class QLabel;
+
+namespace KivSystem {
+
+class ExportPanel : public QScrollArea
+{
+public:
+    explicit ExportPanel(QWidget *parent);
+    ~ExportPanel() override;
+
+    /// Shows the panel in place of the one before. Null: `text` is shown.
+    void showPanel(QWidget *panel, const QString &text);
+    /// Gives the panel back.
+    void release();
+
+    /// The keys Enter and Escape in a panel are meant for the dialog around it.
+    std::function<void()> onAccept;
+    std::function<void()> onReject;
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override;
+
+private:
+    QPointer<QWidget> m_panel;
+    QLabel *m_text;
+    QWidget *m_frame;
+};
+
+} // namespace KivSystem
+
+#endif

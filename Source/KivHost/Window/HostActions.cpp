@@ -1,0 +1,164 @@
+// What the main window does with the help of others: it opens markers and views exported files,
+// runs the dialogs, and starts up.
+
+#include "Console.h"
+#include "ExportDialog.h"
+#include "HostSettings.h"
+#include "HostTranslations.h"
+#include "HostWindow.h"
+#include "KivCore/Application.h"
+#include "KivCore/Init.h"
+#include "KivMarker/Document.h"
+#include "MarkerChild.h"
+#include "PluginLoader.h"
+#include "SettingsDialog.h"
+#include "Verbs.h"
+#include "Viewer/Viewer.h"
+#include "WindowText.h"
+#include "WindowUserInterface.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPointer>
+#include <QSettings>
+
+namespace KivSystem {
+
+namespace {
+
+const char *const kDirectoryKey = "window/open_directory";
+
+void warn(const QString &sentence, QWidget *parent)
+{
+    KivApplication::instance()->displayWarning(sentence, QStringLiteral("kivhost"), parent);
+}
+
+// Calls the action, and tells the user what spoke against it.
+bool runWarning(QWidget *parent, const std::function<void()> &action)
+{
+    try {
+        action();
+        return true;
+    } catch (const HostError &error) {
+        warn(error.sentence(), parent);
+    } catch (const std::bad_alloc &) {
+        warn(windowText("There is not enough memory."), parent);
+    } catch (const std::exception &error) {
+        warn(windowText("Unexpected failure: %1").arg(QString::fromUtf8(error.what())), parent);
+    }
+    return false;
+}
+
+bool isMarkerName(const QString &path)
+{
+    return QFileInfo(path).suffix().compare(QLatin1String("mar"), Qt::CaseInsensitive) == 0;
+}
+
+} // namespace
+
+bool HostWindow::openFile(const QString &path)
+{
+    const QString absolute = QFileInfo(path).absoluteFilePath();
+    if (activateChildOf(absolute)) {
+        return true;
+    }
+    return runWarning(this, [&] {
+        if (!isMarkerName(absolute) && QFileInfo(absolute).isFile() && canView(absolute)) {
+            addChild(makeViewer(absolute).release(), absolute);
+        } else {
+            addChild(new MarkerChild(loadMarker(absolute), viewOptions()), absolute);
+        }
+    });
+}
+
+void HostWindow::chooseFiles()
+{
+    QSettings settings;
+    const QStringList paths = QFileDialog::getOpenFileNames(this, windowText("Open"),
+        settings.value(QLatin1String(kDirectoryKey)).toString(),
+        windowText("Markers and exported files (*.mar *.cut *.dxf *.ai *.txt);;Markers (*.mar);;"
+                   "All files (*)"));
+    if (!paths.isEmpty()) {
+        settings.setValue(
+            QLatin1String(kDirectoryKey), QFileInfo(paths.constFirst()).absolutePath());
+    }
+    for (const QString &path : paths) {
+        openFile(path);
+    }
+}
+
+void HostWindow::exportMarker()
+{
+    const QPointer<MarkerChild> marker = activeMarker();
+    if (!marker || m_factory == nullptr) {
+        return;
+    }
+    runWarning(this, [&] {
+        runExportDialog(
+            *this, marker->document(), *m_factory, [this](const QString &path) { openFile(path); });
+    });
+    if (marker && marker->isZentrimView()) {
+        marker->refresh(); // the panels may have changed how it will be cut
+    }
+}
+
+// A file that cannot be read any more leaves the marker open as it was.
+void HostWindow::reloadMarker()
+{
+    QMdiSubWindow *const old = mdiArea()->currentSubWindow();
+    const QString path = activeMarker()->path();
+    const short fabric = activeMarker()->fabric();
+    runWarning(this, [&] {
+        auto child = std::make_unique<MarkerChild>(loadMarker(path), viewOptions());
+        child->showFabric(fabric);
+        old->close();
+        addChild(child.release(), path);
+    });
+}
+
+void HostWindow::editSettings()
+{
+    if (runSettingsDialog(this)) {
+        applySettings();
+    }
+}
+
+void HostWindow::applySettings()
+{
+    QString problems;
+    {
+        QTextStream stream(&problems);
+        const Console console{stream, stream};
+        applyConventions(console);
+        restoreMarkerSettings(console);
+    }
+    for (QMdiSubWindow *subWindow : mdiArea()->subWindowList()) {
+        if (auto *marker = qobject_cast<MarkerChild *>(subWindow->widget())) {
+            marker->refresh();
+        }
+    }
+    if (!problems.isEmpty()) {
+        warn(problems.trimmed(), this);
+    }
+}
+
+int runWindow(const WindowOptions &options, const QString &plugins)
+{
+    const QDir directory = pluginsDirectory(plugins);
+    installTranslations(directory, windowLanguage());
+    HostWindow window;
+    KivApplication application(std::make_unique<WindowUserInterface>(&window), directory);
+    KivInit::instance()->run(KivInit::StageAfterQt);
+    window.show();
+    window.applySettings();
+    runWarning(&window, [&] { window.setExporterFactory(&loadPlugin(directory)); });
+    for (const QString &file : options.files) {
+        window.openFile(file);
+    }
+    return QApplication::exec();
+}
+
+} // namespace KivSystem

@@ -1,0 +1,260 @@
+#include "HostWindow.h"
+
+#include "KivCore/Application.h"
+#include "MarkerChild.h"
+#include "WindowText.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QFileInfo>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMimeData>
+#include <QSettings>
+#include <QStatusBar>
+#include <QTabBar>
+#include <QUrl>
+
+#include <algorithm>
+
+namespace KivSystem {
+
+namespace {
+
+constexpr int kRecentFiles = 10;
+constexpr int kStoreDelay = 400; // ms after the last move
+constexpr int kFirstWidth = 1200;
+constexpr int kFirstHeight = 760;
+constexpr int kLeastWidth = 320;
+constexpr int kLeastHeight = 200;
+
+const char *const kRecentKey = "window/recent_files";
+const char *const kGeometryKey = "window/geometry";
+const char *const kStateKey = "window/state";
+
+// An ampersand in a file's name is no mnemonic.
+QString menuText(int number, const QString &text)
+{
+    QString shown = text;
+    shown.replace(QLatin1Char('&'), QLatin1String("&&"));
+    return number < 10 ? QStringLiteral("&%1  %2").arg(number).arg(shown)
+                       : QStringLiteral("%1  %2").arg(number).arg(shown);
+}
+
+} // namespace
+
+HostWindow::HostWindow(QWidget *parent) : MainWindow(parent)
+{
+    setObjectName(QStringLiteral("hostWindow"));
+    setWindowTitle(QStringLiteral("kivhost"));
+    setAcceptDrops(true);
+    mdiArea()->setViewMode(QMdiArea::TabbedView);
+    mdiArea()->setTabsClosable(true);
+    mdiArea()->setTabsMovable(true);
+    mdiArea()->setDocumentMode(true);
+    for (QTabBar *tabs : mdiArea()->findChildren<QTabBar *>()) {
+        tabs->setExpanding(false);
+    }
+    makeFileMenu();
+    makeEditMenu();
+    makeViewMenu();
+    makeMarkerMenu();
+    makeWindowMenu();
+    makeHelpMenu();
+    makeToolBar();
+    statusBar()->setSizeGripEnabled(true);
+    connect(mdiArea(), &QMdiArea::subWindowActivated, this,
+        [this](QMdiSubWindow *) { showActiveChild(); });
+    m_storeTimer.setSingleShot(true);
+    m_storeTimer.setInterval(kStoreDelay);
+    connect(&m_storeTimer, &QTimer::timeout, this, [this] { storeWindow(); });
+    restoreWindow();
+    updateActions();
+}
+
+HostWindow::~HostWindow()
+{
+    // The area goes when this class is gone already.
+    mdiArea()->disconnect(this);
+}
+
+void HostWindow::setExporterFactory(ExporterFactory *factory)
+{
+    m_factory = factory;
+    updateActions();
+}
+
+MarkerChild *HostWindow::activeMarker() const
+{
+    return qobject_cast<MarkerChild *>(activeMdiChild());
+}
+
+QStringList HostWindow::recentFiles() const
+{
+    return QSettings().value(QLatin1String(kRecentKey)).toStringList();
+}
+
+bool HostWindow::activateChildOf(const QString &path)
+{
+    for (QMdiSubWindow *subWindow : mdiArea()->subWindowList()) {
+        // One that is closed goes with the next event.
+        if (!subWindow->isHidden() && subWindow->property("path").toString() == path) {
+            mdiArea()->setActiveSubWindow(subWindow);
+            return true;
+        }
+    }
+    return false;
+}
+
+void HostWindow::addChild(MdiChild *child, const QString &path)
+{
+    child->setMinimumSize(kLeastWidth, kLeastHeight); // one that asks for more widens the window
+    addMdiChild(child);
+    QMdiSubWindow *subWindow = mdiArea()->currentSubWindow();
+    subWindow->setProperty("path", path);
+    subWindow->setWindowTitle(QFileInfo(path).fileName());
+    if (mdiArea()->viewMode() == QMdiArea::SubWindowView) {
+        subWindow->showMaximized();
+    }
+    if (auto *marker = qobject_cast<MarkerChild *>(child)) {
+        connect(marker, &MarkerChild::zentrimViewChanged, this, [this] { updateActions(); });
+        marker->showPieceList(m_pieceList->isChecked());
+    }
+    addRecentFile(path);
+    showActiveChild();
+}
+
+void HostWindow::addRecentFile(const QString &path)
+{
+    QStringList files = recentFiles();
+    files.removeAll(path);
+    files.prepend(path);
+    QSettings().setValue(QLatin1String(kRecentKey), QStringList(files.mid(0, kRecentFiles)));
+    fillRecentMenu();
+}
+
+void HostWindow::fillRecentMenu()
+{
+    m_recentMenu->clear();
+    int number = 0;
+    for (const QString &path : recentFiles()) {
+        QAction *action = m_recentMenu->addAction(
+            menuText(++number, QFileInfo(path).fileName()), this, [this, path] { openFile(path); });
+        action->setToolTip(path);
+        action->setStatusTip(path);
+    }
+    m_recentMenu->setEnabled(number > 0);
+}
+
+void HostWindow::fillWindowMenu()
+{
+    const QList<QAction *> actions = m_windowMenu->actions();
+    for (int i = m_fixedWindowActions; i < actions.size(); ++i) {
+        delete actions[i]; // one that this function added
+    }
+    int number = 0;
+    for (QMdiSubWindow *subWindow : mdiArea()->subWindowList()) {
+        QAction *action = m_windowMenu->addAction(menuText(++number, subWindow->windowTitle()),
+            this, [this, subWindow] { mdiArea()->setActiveSubWindow(subWindow); });
+        action->setCheckable(true);
+        action->setChecked(subWindow == mdiArea()->currentSubWindow());
+        action->setToolTip(subWindow->property("path").toString());
+    }
+}
+
+// The child in front alone may count as seen in the Zentrim view. Those behind let go first: what
+// they restore must not undo what the one in front sets.
+void HostWindow::showActiveChild()
+{
+    MarkerChild *const active = activeMarker();
+    for (QMdiSubWindow *subWindow : mdiArea()->subWindowList()) {
+        auto *marker = qobject_cast<MarkerChild *>(subWindow->widget());
+        if (marker != nullptr && marker != active) {
+            marker->setInFront(false);
+        }
+    }
+    if (active != nullptr) {
+        active->setInFront(true);
+    }
+    updateActions();
+}
+
+void HostWindow::updateActions()
+{
+    MarkerChild *const marker = activeMarker();
+    for (QAction *action : m_markerActions) {
+        action->setEnabled(marker != nullptr);
+    }
+    m_export->setEnabled(marker != nullptr && m_factory != nullptr);
+    m_export->setToolTip(m_factory != nullptr ? windowText("Write the marker in other formats")
+                                              : windowText("The plug-in that exports is missing"));
+    m_export->setStatusTip(m_export->toolTip());
+    m_close->setEnabled(activeMdiChild() != nullptr);
+    m_zentrim->setChecked(marker != nullptr && marker->isZentrimView());
+    const QMdiSubWindow *current = mdiArea()->currentSubWindow();
+    setWindowTitle(current != nullptr
+                       ? QStringLiteral("%1 - kivhost").arg(current->property("path").toString())
+                       : QStringLiteral("kivhost"));
+}
+
+void HostWindow::storeWindow()
+{
+    QSettings settings;
+    settings.setValue(QLatin1String(kGeometryKey), saveGeometry());
+    settings.setValue(QLatin1String(kStateKey), saveState());
+}
+
+void HostWindow::restoreWindow()
+{
+    const QSettings settings;
+    resize(kFirstWidth, kFirstHeight);
+    restoreGeometry(settings.value(QLatin1String(kGeometryKey)).toByteArray());
+    restoreState(settings.value(QLatin1String(kStateKey)).toByteArray());
+}
+
+void HostWindow::closeEvent(QCloseEvent *event)
+{
+    storeWindow();
+    m_storeTimer.stop();
+    mdiArea()->closeAllSubWindows();
+    if (mdiArea()->currentSubWindow() != nullptr) { // a child does not let itself be closed
+        event->ignore();
+        return;
+    }
+    MainWindow::closeEvent(event);
+}
+
+void HostWindow::moveEvent(QMoveEvent *event)
+{
+    MainWindow::moveEvent(event);
+    m_storeTimer.start();
+}
+
+void HostWindow::resizeEvent(QResizeEvent *event)
+{
+    MainWindow::resizeEvent(event);
+    m_storeTimer.start();
+}
+
+void HostWindow::dragEnterEvent(QDragEnterEvent *event)
+{
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (std::any_of(urls.begin(), urls.end(), [](const QUrl &url) { return url.isLocalFile(); })) {
+        event->acceptProposedAction();
+    }
+}
+
+void HostWindow::dropEvent(QDropEvent *event)
+{
+    event->acceptProposedAction();
+    for (const QUrl &url : event->mimeData()->urls()) {
+        if (url.isLocalFile()) {
+            openFile(url.toLocalFile());
+        }
+    }
+}
+
+} // namespace KivSystem

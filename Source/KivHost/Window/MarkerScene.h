@@ -1,0 +1,86 @@
+// MarkerScene: one fabric of a marker, its layers side by side along the length. Groups in stand-by
+// lie in rows above their layer. Coordinates are centimetres, y upward.
+#ifndef KIVHOST_MARKERSCENE_H
+#define KIVHOST_MARKERSCENE_H
+
+#include "MarkerItems.h"
+
+#include <QGraphicsScene>
+
+#include <vector>
+
+namespace KivSystem {
+
+class CDbFabricObject;
+class CDbGrPolysObject;
+class CDbMarkerDrawing;
+class CDbPieceObject;
+class CDbPolygon;
+class CDbTextObject;
+
+/// One polygon of the fabric, with the words that name it.
+struct ScenePiece
+{
+    const CDbPolygon *polygon = nullptr;
+    PolygonItem *item = nullptr; ///< owned by the scene
+    short layer = 0;             ///< 1-based
+    bool standBy = false;
+    QString name;
+    QString size;
+    QString side; ///< "left", "right", or "single" for a piece without a partner
+    QString style;
+};
+
+/// "single", "left" or "right".
+QString sideText(const CDbPieceObject *piece, bool left);
+
+class MarkerScene : public QGraphicsScene
+{
+    Q_OBJECT
+
+public:
+    /// Drawing and fabric are borrowed and outlive the scene.
+    MarkerScene(const CDbMarkerDrawing &drawing, const CDbFabricObject &fabric,
+        const SceneOptions &options, QObject *parent = nullptr);
+
+    void setOptions(const SceneOptions &options);
+
+    /// By layers, in the order in which the marker holds them.
+    const std::vector<ScenePiece> &pieces() const { return m_pieces; }
+    /// Positions in pieces(), ascending.
+    std::vector<int> selectedPieces() const;
+    /// Selects these and no others, with one selectionChanged().
+    void selectPieces(const std::vector<int> &positions);
+
+private:
+    struct Place
+    {
+        short layer = 0;
+        double start = 0;
+        double length = 0;
+        double width = 0;
+    };
+
+    std::vector<Place> places() const;
+    void addLayer(const Place &place);
+    void addGuideLines(const Place &place);
+    void addGroup(const CDbGrPolysObject &group, const Place &place, const QPointF &shift);
+    void addPolygon(const CDbPolygon &polygon, const Place &place, const QPointF &shift,
+        bool standBy, PolygonItem *whole);
+    void addStandBy(const Place &place);
+    void addText(const CDbTextObject &text, const QPointF &shift);
+    ScenePiece describe(const CDbPolygon &polygon) const;
+    QColor fillOf(const ScenePiece &piece) const;
+
+    const CDbMarkerDrawing &m_drawing;
+    const CDbFabricObject &m_fabric;
+    SceneOptions m_options;
+    QRectF m_extent; // of cloth and pieces
+    std::vector<ScenePiece> m_pieces;
+    std::vector<QGraphicsItem *> m_guideLines;
+    std::vector<QGraphicsItem *> m_texts;
+};
+
+} // namespace KivSystem
+
+#endif

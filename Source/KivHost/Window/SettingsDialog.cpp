@@ -1,0 +1,224 @@
+#include "SettingsDialog.h"
+
+#include "Console.h"
+#include "KivCore/Application.h"
+#include "SettingsEditors.h"
+#include "WindowText.h"
+
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSettings>
+#include <QStackedWidget>
+#include <QTextStream>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace KivSystem {
+
+namespace {
+
+constexpr int kFirstWidth = 720;
+constexpr int kFirstHeight = 520;
+
+struct SettingsPage
+{
+    const char *title;
+    const char *note; ///< under the settings; null for none
+    std::function<bool(const QString &name)> has;
+};
+
+bool isLetterSize(const QString &name)
+{
+    return name.endsWith(QLatin1String("LetterSize"), Qt::CaseInsensitive);
+}
+
+// Settings of the cutters are on the panels of their formats, and so is the choice of fields.
+const std::vector<SettingsPage> &settingsPages()
+{
+    static const QStringList units = {QStringLiteral("unit"), QStringLiteral("ruler_x"),
+        QStringLiteral("ruler_y"), QStringLiteral("decimals"), QStringLiteral("field_separator"),
+        QStringLiteral("repeat_separator"), QStringLiteral("one_line_per_size")};
+    static const std::vector<SettingsPage> pages = {
+        {"Units", "In separators \\t, \\n, \\r, \\\\ and \\xHH stand for bytes.",
+            [](const QString &name) { return units.contains(name); }},
+        {"Language", "Another language takes effect at the next start.",
+            [](const QString &name) { return name == windowLanguageSetting().name; }},
+        {"Plot options", nullptr,
+            [](const QString &name) {
+                return name.startsWith(QLatin1String("plot_")) && !isLetterSize(name);
+            }},
+        {"Letters", nullptr, isLetterSize},
+        {"Nesting", nullptr,
+            [](const QString &name) { return name.startsWith(QLatin1String("nest_")); }},
+    };
+    return pages;
+}
+
+class SettingsDialog final : public QDialog
+{
+public:
+    explicit SettingsDialog(QWidget *parent);
+
+    void accept() override;
+
+private:
+    QWidget *makePage(const SettingsPage &page);
+    void addEditor(QFormLayout *form, const Setting &setting);
+    void restoreDefaults();
+    void updateOk();
+
+    QListWidget *m_list;
+    QStackedWidget *m_pages;
+    QDialogButtonBox *m_buttons;
+    std::vector<SettingEditor> m_editors;
+    std::vector<QString> m_stored; // for each editor
+};
+
+SettingsDialog::SettingsDialog(QWidget *parent)
+    : QDialog(parent)
+    , m_list(new QListWidget)
+    , m_pages(new QStackedWidget)
+    , m_buttons(new QDialogButtonBox(
+          QDialogButtonBox::Ok | QDialogButtonBox::Cancel | QDialogButtonBox::RestoreDefaults))
+{
+    setObjectName(QStringLiteral("settingsDialog"));
+    setWindowTitle(windowText("Settings"));
+    m_list->setObjectName(QStringLiteral("pages"));
+    m_list->setAccessibleName(windowText("Pages"));
+    m_buttons->button(QDialogButtonBox::RestoreDefaults)
+        ->setToolTip(windowText("Put the defaults into the controls of this page"));
+    for (const SettingsPage &page : settingsPages()) {
+        m_list->addItem(windowText(page.title));
+        m_pages->addWidget(makePage(page));
+    }
+    m_list->setFixedWidth(m_list->sizeHintForColumn(0) + 40);
+    connect(m_list, &QListWidget::currentRowChanged, m_pages, &QStackedWidget::setCurrentIndex);
+    m_list->setCurrentRow(0);
+    connect(m_buttons, &QDialogButtonBox::accepted, this, [this] { accept(); });
+    connect(m_buttons, &QDialogButtonBox::rejected, this, [this] { reject(); });
+    connect(m_buttons->button(QDialogButtonBox::RestoreDefaults), &QPushButton::clicked, this,
+        [this] { restoreDefaults(); });
+
+    auto *middle = new QHBoxLayout;
+    middle->addWidget(m_list);
+    middle->addWidget(m_pages, 1);
+    auto *layout = new QVBoxLayout(this);
+    layout->addLayout(middle);
+    layout->addWidget(m_buttons);
+    resize(kFirstWidth, kFirstHeight);
+    updateOk();
+}
+
+QWidget *SettingsDialog::makePage(const SettingsPage &page)
+{
+    auto *content = new QWidget;
+    auto *form = new QFormLayout(content);
+    for (const Setting &setting : hostSettings()) {
+        if (page.has(setting.name)) {
+            addEditor(form, setting);
+        }
+    }
+    if (page.has(windowLanguageSetting().name)) {
+        addEditor(form, windowLanguageSetting());
+    }
+    if (page.note != nullptr) {
+        auto *note = new QLabel(windowText(page.note));
+        note->setWordWrap(true);
+        form->addRow(note);
+    }
+    auto *area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setWidget(content);
+    area->setMinimumWidth(
+        content->minimumSizeHint().width() + area->verticalScrollBar()->sizeHint().width());
+    return area;
+}
+
+void SettingsDialog::addEditor(QFormLayout *form, const Setting &setting)
+{
+    const QSettings store;
+    SettingEditor editor = makeEditor(setting, [this] { updateOk(); });
+    const QString stored = currentText(setting, store);
+    editor.setText(findStoredFault(setting, store).isEmpty() ? stored : setting.defaultText);
+    if (setting.type.input == SettingType::Input::Flag) {
+        form->addRow(editor.control);
+    } else {
+        form->addRow(labelOf(setting), editor.control);
+    }
+    m_editors.push_back(std::move(editor));
+    m_stored.push_back(stored);
+}
+
+void SettingsDialog::restoreDefaults()
+{
+    for (const SettingEditor &editor : m_editors) {
+        if (m_pages->currentWidget()->isAncestorOf(editor.control)) {
+            editor.setText(editor.setting->defaultText);
+        }
+    }
+}
+
+void SettingsDialog::updateOk()
+{
+    m_buttons->button(QDialogButtonBox::Ok)
+        ->setEnabled(std::all_of(m_editors.begin(), m_editors.end(),
+            [](const SettingEditor &editor) { return editor.isValid(); }));
+}
+
+void SettingsDialog::accept()
+{
+    QSettings store;
+    for (std::size_t index = 0; index < m_editors.size(); ++index) {
+        const SettingEditor &editor = m_editors[index];
+        const QString text = editor.text();
+        if (text == m_stored[index]) {
+            continue;
+        }
+        const QVariant value = editor.setting->type.parse(text);
+        if (value.isValid()) {
+            store.setValue(editor.setting->key, value);
+        } else { // a default that has a name and no value
+            store.remove(editor.setting->key);
+        }
+    }
+    store.sync();
+    if (store.status() != QSettings::NoError) {
+        KivApplication::instance()->displayWarning(
+            windowText("%1: the settings cannot be written.").arg(store.fileName()), windowTitle(),
+            this);
+        return;
+    }
+    QDialog::accept();
+}
+
+// The running program obeys the store. Bad values in it, which are told at the start, give the
+// defaults.
+void obeyStore()
+{
+    QString problems;
+    QTextStream stream(&problems);
+    const Console console{stream, stream};
+    applyConventions(console);
+    restoreMarkerSettings(console);
+}
+
+} // namespace
+
+bool runSettingsDialog(QWidget *parent)
+{
+    if (SettingsDialog(parent).exec() != QDialog::Accepted) {
+        return false;
+    }
+    obeyStore();
+    return true;
+}
+
+} // namespace KivSystem

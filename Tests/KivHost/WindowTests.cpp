@@ -1,0 +1,534 @@
+// The main window, as a user works with it.
+
+#include "Window/HostWindow.h"
+
+#include "CommandLine.h"
+#include "HostTestSupport.h"
+#include "KivCore/Application.h"
+#include "KivCore/Locale.h"
+#include "KivMarker/Document.h"
+#include "KivMarker/Drawing.h"
+#include "KivMarker/ShareGlobales.h"
+#include "MarkerFacts.h"
+#include "PluginLoader.h"
+#include "ScriptedUserInterface.h"
+#include "Window/MarkerChild.h"
+#include "Window/MarkerScene.h"
+#include "Window/MarkerView.h"
+#include "Window/PieceList.h"
+#include "Window/Ruler.h"
+#include "Window/WindowUserInterface.h"
+#include "Window/ZentrimView.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QDropEvent>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMimeData>
+#include <QSettings>
+#include <QTest>
+#include <QTimer>
+#include <QToolBar>
+#include <QTreeWidget>
+#include <QUrl>
+#include <QWheelEvent>
+
+#include <sstream>
+
+namespace KivSystem {
+namespace {
+
+const QString kTshirt = QStringLiteral(KIV_SOURCE_DIR "/Samples/tshirt.mar");
+const QString kTrousers = QStringLiteral(KIV_SOURCE_DIR "/Samples/trousers.mar");
+
+class WindowTest : public testing::Test
+{
+protected:
+    WindowTest()
+    {
+        QSettings().clear();
+        auto owned = std::make_unique<ScriptedUserInterface>();
+        user = owned.get();
+        application = std::make_unique<KivApplication>(std::move(owned), QDir());
+        restart();
+    }
+
+    ~WindowTest() override
+    {
+        window.reset();
+        QSettings().clear();
+        CDbMarkerShareGlobales::instance()->setZentrimActif(false);
+    }
+
+    void restart()
+    {
+        if (window) {
+            window->close();
+        }
+        window = std::make_unique<HostWindow>();
+        user->window = window.get();
+        window->show();
+        QApplication::processEvents();
+    }
+
+    MarkerChild &open(const QString &path)
+    {
+        EXPECT_TRUE(window->openFile(path)) << path;
+        QApplication::processEvents();
+        return *window->activeMarker();
+    }
+
+    QAction &action(const char *name)
+    {
+        return *window->findChild<QAction *>(QString::fromLatin1(name));
+    }
+
+    void close()
+    {
+        window->mdiArea()->closeActiveSubWindow();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QApplication::processEvents();
+    }
+
+    Folder folder;
+    ScriptedUserInterface *user = nullptr; // owned by the application
+    std::unique_ptr<KivApplication> application;
+    std::unique_ptr<HostWindow> window;
+};
+
+bool countsAsOptimised(const MarkerChild &child)
+{
+    const bool global = CDbMarkerShareGlobales::instance()->getZentrimActif();
+    EXPECT_EQ(global, child.document().drawing()->zentrimActif);
+    return global;
+}
+
+TEST_F(WindowTest, TheStatusLineHasTheValuesOfTheInfoVerb)
+{
+    for (const LengthUnit unit : {LengthUnit::Centimetre, LengthUnit::Inch}) {
+        KivConventions conventions;
+        conventions.length = unit;
+        KivLocale::setApplicationConventions(conventions);
+        for (const QString &path : {kTshirt, kTrousers}) {
+            KeptConsole kept;
+            InfoOptions options;
+            options.marker = path;
+            QSettings().setValue("units/length", unitSymbol(unit));
+            ASSERT_EQ(showInfo(options, kept.console), ExitDone);
+            MarkerChild &child = open(path);
+            child.refresh();
+            for (const QString &status : child.statusText().split("   |   ")) {
+                // "Layer 1: length 1 cm, width 2 cm, efficiency 3%, ..."
+                const QString name = status.section(": ", 0, 0);
+                const QStringList parts = status.section(": ", 1).split(", ");
+                const QString told = QString("layer \"%1\": %2, %3, %4, garments ")
+                                         .arg(name, parts.value(1), parts.value(0), parts.value(2));
+                EXPECT_TRUE(kept.out.contains(told)) << told << kept.out;
+            }
+        }
+    }
+    KivLocale::setApplicationConventions({});
+}
+
+TEST_F(WindowTest, LayersLieSideBySideAndStandByGroupsAboveTheFabric)
+{
+    const MarkerChild &child = open(kTshirt);
+    const CDbMarkerDrawing &drawing = *child.document().drawing();
+    const CDbFabricObject &fabric = *drawing.getFabric(0);
+    const std::vector<LaidLayer> laid = drawing.laidLayers(&fabric);
+    ASSERT_EQ(laid.size(), 2U);
+    int standBy = 0;
+    for (const ScenePiece &piece : child.scene()->pieces()) {
+        const QRectF place = piece.item->mapRectToScene(piece.item->shape().boundingRect());
+        const LaidLayer &layer = laid.at(static_cast<std::size_t>(piece.layer - 1));
+        EXPECT_GE(place.left(), layer.start - 0.01);
+        EXPECT_LE(place.right(), layer.start + layer.length + 0.01);
+        if (piece.standBy) {
+            ++standBy;
+            EXPECT_GT(place.top(), fabric.getFabricLayerWidth(piece.layer));
+        } else {
+            EXPECT_LE(place.bottom(), fabric.getFabricLayerWidth(piece.layer) + 0.01);
+        }
+    }
+    EXPECT_EQ(standBy, layerFacts(fabric, 1).standBy + layerFacts(fabric, 2).standBy);
+    EXPECT_GT(standBy, 0);
+}
+
+TEST_F(WindowTest, TheListSelectsOnTheDrawingAndTheDrawingInTheList)
+{
+    MarkerChild &child = open(kTshirt);
+    QTreeWidget &placed = *child.pieceList()->placedTree();
+    placed.setCurrentItem(placed.topLevelItem(3));
+    ASSERT_EQ(child.scene()->selectedPieces().size(), 1U);
+    const ScenePiece &listed =
+        child.scene()->pieces()[static_cast<std::size_t>(child.scene()->selectedPieces()[0])];
+    EXPECT_EQ(listed.name, placed.topLevelItem(3)->text(PieceList::PieceColumn));
+    EXPECT_EQ(listed.size, placed.topLevelItem(3)->text(PieceList::SizeColumn));
+
+    // A click on each piece that is seen selects its row, of the other tab for one in stand-by.
+    for (std::size_t i = 0; i < child.scene()->pieces().size(); ++i) {
+        const ScenePiece &piece = child.scene()->pieces()[i];
+        const CDbVectorsObjectTable &outline = *piece.polygon->currentContour();
+        CDbMarkerPointObject centre;
+        CDbTextObject::computationTextCenter(&centre, &outline, piece.polygon->polygonRect);
+        const QPointF place = piece.item->mapToScene(
+            static_cast<double>(centre.notchDx), static_cast<double>(centre.notchDy));
+        QTest::mouseClick(child.view()->viewport(), Qt::LeftButton, Qt::NoModifier,
+            child.view()->mapFromScene(place));
+        ASSERT_EQ(child.pieceList()->selectedPieces(), std::vector<int>{static_cast<int>(i)});
+        const QTreeWidget *tree = piece.standBy ? child.pieceList()->toPlaceTree() : &placed;
+        ASSERT_EQ(tree->selectedItems().size(), 1);
+        EXPECT_EQ(tree->selectedItems()[0]->text(PieceList::SideColumn), piece.side);
+        EXPECT_TRUE(piece.item->toolTip().contains(
+            QString("%1, %2, %3").arg(piece.name, piece.size, piece.side)));
+    }
+    action("selectAll").trigger();
+    EXPECT_EQ(child.scene()->selectedPieces().size(), child.scene()->pieces().size());
+    EXPECT_EQ(placed.selectedItems().size(), placed.topLevelItemCount());
+    action("selectNone").trigger();
+    EXPECT_TRUE(child.pieceList()->selectedPieces().empty());
+}
+
+TEST_F(WindowTest, SwitchingTheFabricShowsItsPiecesAndMakesItCurrent)
+{
+    MarkerChild &child = open(kTshirt);
+    CDbMarkerDrawing &drawing = *child.document().drawing();
+    ASSERT_GT(drawing.getFabricsQty(), 1);
+    ASSERT_EQ(child.fabric(), 1);
+    QTest::keyClick(child.view(), Qt::Key_PageDown, Qt::ControlModifier);
+    EXPECT_EQ(child.fabric(), 2);
+    EXPECT_EQ(child.fabricBox()->currentIndex(), 1);
+    EXPECT_EQ(drawing.currentFabric, 2);
+    const CDbFabricObject &fabric = *drawing.getFabric(1);
+    qint64 placed = 0;
+    qint64 left = 0;
+    for (const PieceFacts &facts : pieceFacts(drawing, fabric)) {
+        placed += facts.placed;
+        left += facts.left;
+    }
+    int quantity = 0;
+    const QTreeWidget &toPlace = *child.pieceList()->toPlaceTree();
+    for (int i = 0; i < toPlace.topLevelItemCount(); ++i) {
+        quantity += toPlace.topLevelItem(i)->text(PieceList::QuantityColumn).toInt();
+    }
+    EXPECT_EQ(child.pieceList()->placedTree()->topLevelItemCount(), placed);
+    EXPECT_EQ(quantity,
+        left + static_cast<int>(child.scene()->pieces().size()) - static_cast<int>(placed));
+    child.fabricBox()->setCurrentIndex(0);
+    EXPECT_EQ(drawing.currentFabric, 1);
+}
+
+TEST_F(WindowTest, TheWheelZoomsAboutTheMouseAndTheMiddleButtonPans)
+{
+    MarkerView &view = *open(kTshirt).view();
+    const double fitted = view.zoom();
+    EXPECT_TRUE(view.mapToScene(view.viewport()->rect()).boundingRect().contains(view.sceneRect()));
+
+    const QPoint mouse = view.viewport()->rect().center() + QPoint(120, 40);
+    const QPointF before = view.mapToScene(mouse);
+    for (int i = 0; i < 6; ++i) {
+        QWheelEvent wheel(mouse, view.viewport()->mapToGlobal(mouse), {}, {0, 120}, Qt::NoButton,
+            Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(view.viewport(), &wheel);
+    }
+    EXPECT_GT(view.zoom(), 3 * fitted);
+    EXPECT_LT(QLineF(view.mapToScene(mouse), before).length() * view.zoom(), 4); // pixels
+
+    const QPoint there = mouse - QPoint(50, 30);
+    const auto send = [&](QEvent::Type type, const QPoint &place, Qt::MouseButtons down) {
+        QMouseEvent event(type, place, Qt::MiddleButton, down, Qt::NoModifier);
+        QApplication::sendEvent(view.viewport(), &event);
+    };
+    send(QEvent::MouseButtonPress, mouse, Qt::MiddleButton);
+    send(QEvent::MouseMove, there, Qt::MiddleButton);
+    send(QEvent::MouseButtonRelease, there, Qt::NoButton);
+    send(QEvent::MouseMove, mouse, Qt::NoButton);
+    EXPECT_LT(QLineF(view.mapToScene(there), before).length() * view.zoom(), 4);
+
+    QTest::keyClick(&view, Qt::Key_F);
+    EXPECT_NEAR(view.zoom(), fitted, 1e-9);
+    window->resize(window->width() * 3 / 4, window->height());
+    QApplication::processEvents();
+    EXPECT_LT(view.zoom(), fitted) << "what is fitted stays so";
+}
+
+TEST_F(WindowTest, MarksOfTheRulerAreRoundNumbersApart)
+{
+    const struct
+    {
+        double pixels;
+        double distance;
+    } cases[] = {
+        {64, 1}, {63.9, 2}, {32, 2}, {31, 5}, {12.8, 5}, {12.7, 10}, {640, 0.1}, {0.05, 2000}};
+    for (const auto &entry : cases) {
+        EXPECT_DOUBLE_EQ(Ruler::markDistance(entry.pixels, 64), entry.distance) << entry.pixels;
+    }
+}
+
+TEST_F(WindowTest, TheZentrimViewCountsAsOptimisedWhileItIsInFront)
+{
+    QFile sample(kTshirt);
+    ASSERT_TRUE(sample.open(QIODevice::ReadOnly));
+    const QString path = folder.write(
+        "tshirt.mar", sample.readAll().replace("\"optimised\": true", "\"optimised\": false"));
+    MarkerChild &tshirt = open(path);
+    EXPECT_FALSE(countsAsOptimised(tshirt));
+    QTest::keyClick(tshirt.view(), Qt::Key_F9);
+    ASSERT_TRUE(tshirt.isZentrimView());
+    EXPECT_TRUE(countsAsOptimised(tshirt));
+    EXPECT_TRUE(action("zentrim").isChecked());
+    const auto *scene = qobject_cast<ZentrimScene *>(tshirt.view()->scene());
+    ASSERT_NE(scene, nullptr);
+    EXPECT_EQ(scene->objectCount(), tshirt.pieceList()->placedTree()->topLevelItemCount());
+
+    MarkerChild &trousers = open(kTrousers);
+    EXPECT_FALSE(countsAsOptimised(trousers));
+    EXPECT_FALSE(countsAsOptimised(tshirt));
+    EXPECT_FALSE(action("zentrim").isChecked());
+    trousers.sendSignal(MdiChild::ShowZentrimView); // as the prompt's second button does
+    EXPECT_FALSE(trousers.isZentrimView()) << "it comes from the event loop";
+    QApplication::processEvents();
+    EXPECT_TRUE(trousers.isZentrimView());
+    EXPECT_TRUE(countsAsOptimised(trousers));
+    EXPECT_FALSE(tshirt.document().drawing()->zentrimActif);
+
+    // From one Zentrim view to another: the latter's flag must outlive what the former restores.
+    window->openFile(path);
+    EXPECT_TRUE(countsAsOptimised(tshirt));
+    EXPECT_FALSE(trousers.document().drawing()->zentrimActif);
+    close();
+    EXPECT_EQ(window->activeMarker(), &trousers);
+    EXPECT_TRUE(countsAsOptimised(trousers));
+    action("zentrim").trigger();
+    EXPECT_FALSE(trousers.isZentrimView());
+    EXPECT_FALSE(countsAsOptimised(trousers));
+    EXPECT_EQ(trousers.view()->scene(), trousers.scene());
+
+    action("zentrim").trigger();
+    ASSERT_TRUE(countsAsOptimised(trousers));
+    close();
+    EXPECT_EQ(window->activeMarker(), nullptr);
+    EXPECT_FALSE(CDbMarkerShareGlobales::instance()->getZentrimActif());
+}
+
+TEST_F(WindowTest, AMarkerThatWasStoredOptimisedStaysSo)
+{
+    QByteArray bytes = smallMarker();
+    bytes.insert(1, "\"optimised\": true, ");
+    MarkerChild &child = open(folder.write("small.mar", bytes));
+    ASSERT_TRUE(child.document().drawing()->zentrimActif);
+    child.setZentrimView(true);
+    child.setZentrimView(false);
+    EXPECT_TRUE(child.document().drawing()->zentrimActif);
+    EXPECT_FALSE(CDbMarkerShareGlobales::instance()->getZentrimActif());
+}
+
+TEST_F(WindowTest, AFabricThatMustNotBeCutTellsWhyInItsZentrimView)
+{
+    QByteArray bytes = smallMarker();
+    bytes.replace("\"y\": 1}", "\"y\": 140}"); // reaches beyond the cloth
+    MarkerChild &child = open(folder.write("wide.mar", bytes));
+    child.setZentrimView(true);
+    const auto *scene = qobject_cast<ZentrimScene *>(child.view()->scene());
+    ASSERT_NE(scene, nullptr);
+    EXPECT_TRUE(scene->isRefused());
+    EXPECT_EQ(scene->objectCount(), 0);
+    EXPECT_TRUE(scene->messages().join(' ').contains("Front")) << scene->messages().join(' ');
+    EXPECT_TRUE(user->warnings.empty());
+    child.showFabric(2); // nothing lies there, which is no reason to refuse it
+    scene = qobject_cast<ZentrimScene *>(child.view()->scene());
+    EXPECT_FALSE(scene->isRefused());
+    EXPECT_EQ(scene->messages().size(), 1);
+}
+
+TEST_F(WindowTest, WhatCannotBeOpenedIsOneSentenceAndTheWindowGoesOn)
+{
+    folder.write("small.mar", smallMarker());
+    QDir().mkpath(folder.path("folder.mar"));
+    const struct
+    {
+        QString path;
+        QString sentence; // how it begins, behind the file's name
+    } cases[] = {
+        {folder.path("none.mar"), ": there is no such file"},
+        {folder.path("folder.mar"), ": is a directory"},
+        {folder.write("broken.mar", smallMarker().left(300)), ": "},
+        {folder.write("picture.png", "\x89PNG"), ": "},
+        {folder.write("empty.mar", ""), ": "},
+    };
+    for (const auto &entry : cases) {
+        user->warnings.clear();
+        EXPECT_FALSE(window->openFile(entry.path)) << entry.path;
+        ASSERT_EQ(user->warnings.size(), 1U) << entry.path;
+        const QString message = user->warnings[0].message;
+        EXPECT_TRUE(message.startsWith(entry.path + entry.sentence)) << message;
+        EXPECT_FALSE(message.contains('\n')) << message;
+    }
+    EXPECT_TRUE(window->recentFiles().isEmpty());
+    EXPECT_TRUE(window->mdiArea()->subWindowList().isEmpty());
+    open(folder.path("small.mar"));
+    EXPECT_EQ(window->activeMarker()->pieceList()->placedTree()->topLevelItemCount(), 1);
+
+    // A file that breaks while it is open leaves the marker as it was.
+    folder.write("small.mar", "{");
+    user->warnings.clear();
+    action("reload").trigger();
+    EXPECT_EQ(user->warnings.size(), 1U);
+    EXPECT_NE(window->activeMarker(), nullptr);
+}
+
+TEST_F(WindowTest, WithoutAPlugInNothingIsExported)
+{
+    open(kTshirt);
+    EXPECT_FALSE(action("export").isEnabled());
+    EXPECT_TRUE(action("export").toolTip().contains("plug-in"));
+    window->setExporterFactory(&loadPlugin(QDir(QStringLiteral(KIV_BINARY_DIR "/bin/plugins"))));
+    EXPECT_TRUE(action("export").isEnabled());
+    close();
+    EXPECT_FALSE(action("export").isEnabled()) << "there is no marker";
+    EXPECT_FALSE(action("fit").isEnabled());
+}
+
+TEST_F(WindowTest, ExportAndSettingsOpenTheirDialogs)
+{
+    application.reset();
+    KivApplication withWindow(std::make_unique<WindowUserInterface>(window.get()), QDir());
+    window->setExporterFactory(&loadPlugin(QDir(QStringLiteral(KIV_BINARY_DIR "/bin/plugins"))));
+    MarkerChild &child = open(kTshirt);
+    for (const char *name : {"export", "settings"}) {
+        QString opened;
+        QTimer::singleShot(0, window.get(), [&opened] {
+            auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+            opened = dialog != nullptr ? dialog->objectName() : QString();
+            if (dialog != nullptr) {
+                dialog->reject();
+            }
+        });
+        action(name).trigger();
+        EXPECT_EQ(opened, QString(name) + "Dialog");
+    }
+    EXPECT_EQ(window->activeMarker(), &child);
+
+    // What the dialog stores is shown everywhere.
+    QSettings().setValue("units/length", "mm");
+    window->applySettings();
+    EXPECT_TRUE(child.statusText().contains(" mm, ")) << child.statusText();
+    QSettings().remove("units/length");
+    window->applySettings();
+    window->close();
+}
+
+TEST_F(WindowTest, RecentFilesAndTheWindowsStateSurviveARestart)
+{
+    open(kTshirt);
+    open(kTrousers);
+    open(kTshirt); // is there already: no second child
+    EXPECT_EQ(window->mdiArea()->subWindowList().size(), 2);
+    action("fillByStyle").trigger();
+    action("pieceList").trigger();
+    window->resize(777, 555);
+    window->findChild<QToolBar *>("tools")->hide();
+    QApplication::processEvents();
+    // Not even a crash may lose what was chosen.
+    EXPECT_EQ(QSettings().value("window/fill").toInt(), SceneOptions::ByStyle);
+    EXPECT_EQ(QSettings().value("window/show_pieceList").toBool(), false);
+
+    restart();
+    EXPECT_EQ(window->recentFiles(), (QStringList{kTrousers, kTshirt}));
+    EXPECT_EQ(window->size(), QSize(777, 555));
+    EXPECT_TRUE(window->findChild<QToolBar *>("tools")->isHidden());
+    EXPECT_TRUE(action("fillByStyle").isChecked());
+    const MarkerChild &child = open(kTshirt);
+    EXPECT_TRUE(child.pieceList()->isHidden());
+    EXPECT_EQ(window->recentFiles().first(), kTshirt);
+    for (int i = 0; i < 12; ++i) {
+        open(folder.write(QString("%1.mar").arg(i), smallMarker()));
+    }
+    EXPECT_EQ(window->recentFiles().size(), 10);
+    EXPECT_EQ(window->recentFiles().first(), folder.path("11.mar"));
+}
+
+TEST_F(WindowTest, FilesAreDroppedOnTheWindow)
+{
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(kTshirt), QUrl::fromLocalFile(kTrousers),
+        QUrl("https://example.org/a.mar")});
+    QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window.get(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window.get(), &drop);
+    EXPECT_EQ(window->mdiArea()->subWindowList().size(), 2);
+    EXPECT_TRUE(user->warnings.empty());
+}
+
+TEST_F(WindowTest, EveryActionHasAKeyAndAToolTipAndNoKeyTwice)
+{
+    QStringList keys;
+    for (const QAction *entry : window->findChildren<QAction *>()) {
+        if (entry->objectName().isEmpty() || entry->isSeparator()) {
+            continue; // of the tool bar itself
+        }
+        EXPECT_TRUE(entry->text().contains('&')) << entry->text();
+        EXPECT_FALSE(entry->shortcut().isEmpty()) << entry->text();
+        EXPECT_NE(entry->toolTip(), entry->text().remove('&')) << entry->text();
+        EXPECT_FALSE(keys.contains(entry->shortcut().toString())) << entry->text();
+        keys.append(entry->shortcut().toString());
+    }
+    EXPECT_GT(keys.size(), 20);
+}
+
+TEST(WindowCommandLine, FilesInPlaceOfAVerbAreForTheWindow)
+{
+    const Folder folder;
+    const QByteArray odd = folder.write("notes", "x").toUtf8();
+    const struct
+    {
+        std::vector<const char *> arguments;
+        bool window;
+        QStringList files;
+    } cases[] = {
+        {{}, true, {}},
+        {{"a.mar"}, true, {"a.mar"}},
+        {{"a.cut", "b.DXF", "-c.ai"}, false, {}}, // -c.ai is an option that there is not
+        {{"a.cut", "b.DXF", "notes"}, true, {"a.cut", "b.DXF", "notes"}},
+        {{"--", "-c.ai"}, true, {"-c.ai"}},
+        {{"--plugins", "info", "a.txt"}, true, {"a.txt"}},
+        {{odd.constData()}, true, {QString::fromUtf8(odd)}},
+        {{"fly"}, false, {}},
+        {{"info"}, false, {}},
+        {{"info", "a.mar"}, false, {}},
+    };
+    for (const auto &entry : cases) {
+        std::vector<const char *> arguments = {"kivhost"};
+        arguments.insert(arguments.end(), entry.arguments.begin(), entry.arguments.end());
+        std::ostringstream out;
+        const CommandLine line =
+            parseCommandLine(static_cast<int>(arguments.size()), arguments.data(), out, out);
+        const auto *window = std::get_if<WindowOptions>(&line.verb);
+        EXPECT_EQ(window != nullptr && !line.exitStatus, entry.window) << arguments.back();
+        EXPECT_EQ(window != nullptr ? window->files : QStringList(), entry.files)
+            << arguments.back() << out.str();
+    }
+
+    // Nothing opens where nothing can be seen.
+    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+    const QByteArray display = qgetenv("DISPLAY");
+    qunsetenv("QT_QPA_PLATFORM");
+    qunsetenv("DISPLAY");
+    const char *const arguments[] = {"kivhost", "a.mar"};
+    for (const int count : {1, 2}) {
+        std::ostringstream out;
+        EXPECT_EQ(parseCommandLine(count, arguments, out, out).exitStatus, int(ExitWrongUsage));
+    }
+    qputenv("QT_QPA_PLATFORM", platform);
+    if (!display.isEmpty()) {
+        qputenv("DISPLAY", display);
+    }
+}
+
+} // namespace
+} // namespace KivSystem
