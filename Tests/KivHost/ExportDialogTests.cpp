@@ -14,6 +14,7 @@
 #include "NestingExport.h"
 #include "PluginLoader.h"
 #include "Verbs.h"
+#include "Window/MarkerChild.h"
 #include "Window/WindowUserInterface.h"
 
 #include <QApplication>
@@ -289,6 +290,44 @@ TEST_F(ExportDialogTest, CancellingAnyQuestionLeavesNothing)
     run();
     EXPECT_EQ(QDir(directory).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
         QStringList());
+}
+
+TEST_F(ExportDialogTest, ADrawingBesideAZentrimViewIsAskedAboutAndLedToItsOwn)
+{
+    const auto addChild = [this](const QString &path) {
+        auto *child = new MarkerChild(loadMarker(path), {});
+        window.addMdiChild(child);
+        return child;
+    };
+    addChild(kTshirt)->setZentrimView(true);
+    MarkerChild &child = *addChild(kTrousers);
+    const auto exportAnswering = [&](const QString &button, bool writes) {
+        user->proposals.clear();
+        user->answers = {};
+        choose("Cut File ANSI");
+        if (!button.isEmpty()) {
+            driver.then("QMessageBox", [button](QWidget &box) { press(box, button); });
+        }
+        if (writes) {
+            user->answers = {folder.path("a.cut"), folder.path("b.cut")};
+            readReport();
+        }
+        runExportDialog(window, child.document(), *factory, {});
+        QApplication::processEvents();
+        EXPECT_TRUE(driver.isDone());
+        return user->proposals;
+    };
+    const QStringList asTheyAre = exportAnswering("Continue", true);
+    EXPECT_EQ(asTheyAre.size(), 2);
+    EXPECT_EQ(exportAnswering("Cancel", false), QStringList());
+    EXPECT_FALSE(child.isZentrimView());
+    EXPECT_EQ(exportAnswering("Go to Zentrim View", false), QStringList());
+    EXPECT_TRUE(child.isZentrimView());
+    const QStringList optimised = exportAnswering(QString(), true);
+    EXPECT_EQ(optimised.size(), 2);
+    for (int i = 0; i < qMin(optimised.size(), asTheyAre.size()); ++i) {
+        EXPECT_EQ(QFileInfo(optimised[i]).fileName(), "Zent" + QFileInfo(asTheyAre[i]).fileName());
+    }
 }
 
 TEST_F(ExportDialogTest, CancelBetweenFilesKeepsThoseThatAreWritten)

@@ -67,7 +67,7 @@ HostWindow::HostWindow(QWidget *parent) : MainWindow(parent)
     makeToolBar();
     statusBar()->setSizeGripEnabled(true);
     connect(mdiArea(), &QMdiArea::subWindowActivated, this,
-        [this](QMdiSubWindow *) { showActiveChild(); });
+        [this](QMdiSubWindow *) { updateActions(); });
     m_storeTimer.setSingleShot(true);
     m_storeTimer.setInterval(kStoreDelay);
     connect(&m_storeTimer, &QTimer::timeout, this, [this] { storeWindow(); });
@@ -124,7 +124,7 @@ void HostWindow::addChild(MdiChild *child, const QString &path)
         marker->showPieceList(m_pieceList->isChecked());
     }
     addRecentFile(path);
-    showActiveChild();
+    updateActions();
 }
 
 void HostWindow::addRecentFile(const QString &path)
@@ -163,23 +163,6 @@ void HostWindow::fillWindowMenu()
         action->setChecked(subWindow == mdiArea()->currentSubWindow());
         action->setToolTip(subWindow->property("path").toString());
     }
-}
-
-// The child in front alone may count as seen in the Zentrim view. Those behind let go first: what
-// they restore must not undo what the one in front sets.
-void HostWindow::showActiveChild()
-{
-    MarkerChild *const active = activeMarker();
-    for (QMdiSubWindow *subWindow : mdiArea()->subWindowList()) {
-        auto *marker = qobject_cast<MarkerChild *>(subWindow->widget());
-        if (marker != nullptr && marker != active) {
-            marker->setInFront(false);
-        }
-    }
-    if (active != nullptr) {
-        active->setInFront(true);
-    }
-    updateActions();
 }
 
 void HostWindow::updateActions()

@@ -81,7 +81,6 @@ private:
     void addRecentFile(const QString &path);
     void fillRecentMenu();
     void fillWindowMenu();
-    void showActiveChild();
     void updateActions();
     SceneOptions viewOptions() const;
     void applyViewOptions();

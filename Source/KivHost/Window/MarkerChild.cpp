@@ -170,10 +170,11 @@ void MarkerChild::setZentrimView(bool on)
         return;
     }
     m_isZentrim = on;
-    updateHold();
     if (on) {
+        m_hold = std::make_unique<ZentrimHold>(*m_document->drawing());
         makeZentrimScene();
     } else {
+        m_hold.reset();
         m_view->showScene(m_scene.get());
         m_zentrim.reset();
     }
@@ -181,21 +182,6 @@ void MarkerChild::setZentrimView(bool on)
     m_list->setEnabled(!on);
     showStatus();
     emit zentrimViewChanged(on);
-}
-
-void MarkerChild::setInFront(bool inFront)
-{
-    m_isInFront = inFront;
-    updateHold();
-}
-
-void MarkerChild::updateHold()
-{
-    if (!m_isZentrim || !m_isInFront) {
-        m_hold.reset();
-    } else if (!m_hold) {
-        m_hold = std::make_unique<ZentrimHold>(*m_document->drawing());
-    }
 }
 
 void MarkerChild::setOptions(const SceneOptions &options)
@@ -271,8 +257,6 @@ void MarkerChild::makeScenes()
 void MarkerChild::makeZentrimScene()
 {
     const WaitCursor cursor;
-    // The documents are those of the optimised drawing, even if the child is behind another one.
-    const auto hold = m_hold ? nullptr : std::make_unique<ZentrimHold>(*m_document->drawing());
     auto scene = std::make_unique<ZentrimScene>(*m_document, m_fabric);
     m_view->showScene(scene.get());
     m_zentrim = std::move(scene);
@@ -318,7 +302,7 @@ QString MarkerChild::layersText() const
 
 void MarkerChild::closeEvent(QCloseEvent *event)
 {
-    setInFront(false); // at once: the child itself is deleted later
+    m_hold.reset(); // at once: the child itself is deleted later
     event->accept();
 }
 

@@ -41,10 +41,8 @@ public:
     void showFabric(short fabric);
 
     bool isZentrimView() const { return m_isZentrim; }
-    /// While the Zentrim view is shown and the child is in front, the drawing counts as optimised.
+    /// While a child shows its Zentrim view, its drawing counts as optimised.
     void setZentrimView(bool on);
-    /// Whether this is the child that the user works with; the window tells.
-    void setInFront(bool inFront);
 
     void setOptions(const SceneOptions &options);
     void showPieceList(bool shown);
@@ -71,7 +69,6 @@ private:
     QWidget *makeDrawing();
     void makeScenes();
     void makeZentrimScene();
-    void updateHold();
     void showStatus();
     QString layersText() const;
 
@@ -79,7 +76,6 @@ private:
     SceneOptions m_options;
     short m_fabric = 1;
     bool m_isZentrim = false;
-    bool m_isInFront = false;
     std::unique_ptr<ZentrimHold> m_hold;
     std::unique_ptr<MarkerScene> m_scene;
     std::unique_ptr<ZentrimScene> m_zentrim;

@@ -115,20 +115,23 @@ QRectF boundsOf(const std::vector<QPainterPath> &paths)
     return paths.empty() ? QRectF() : joined(paths).boundingRect();
 }
 
+int s_holds = 0;
+
 } // namespace
 
 ZentrimHold::ZentrimHold(CDbMarkerDrawing &drawing)
     : m_drawing(drawing)
-    , m_wasActive(CDbMarkerShareGlobales::instance()->getZentrimActif())
     , m_wasOptimised(drawing.zentrimActif)
 {
+    ++s_holds;
     CDbMarkerShareGlobales::instance()->setZentrimActif(true);
     m_drawing.zentrimActif = true;
 }
 
 ZentrimHold::~ZentrimHold()
 {
-    CDbMarkerShareGlobales::instance()->setZentrimActif(m_wasActive);
+    --s_holds;
+    CDbMarkerShareGlobales::instance()->setZentrimActif(s_holds > 0);
     m_drawing.zentrimActif = m_wasOptimised;
 }
 

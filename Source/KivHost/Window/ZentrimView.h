@@ -1,5 +1,5 @@
 // ZentrimView: the fabric as it will be cut. The scene shows the cut documents that an ANSI cutter
-// gets; the hold makes a drawing count as optimised while somebody looks at it so.
+// gets; the hold makes a drawing count as optimised while its Zentrim view is shown.
 #ifndef KIVHOST_ZENTRIMVIEW_H
 #define KIVHOST_ZENTRIMVIEW_H
 
@@ -15,8 +15,8 @@ namespace KivSystem {
 class CDbMarkerDrawing;
 class DocumentMak;
 
-/// While it lives the host's Zentrim view is active and the drawing is the one optimised in it.
-/// Both go back to what they were. There is one at a time.
+/// While it lives the drawing counts as optimised, and it goes back to what it was. The host's
+/// Zentrim view is active as long as any hold lives.
 class ZentrimHold
 {
 public:
@@ -28,7 +28,6 @@ public:
 
 private:
     CDbMarkerDrawing &m_drawing;
-    bool m_wasActive;
     bool m_wasOptimised;
 };
 
