@@ -178,7 +178,7 @@ QByteArray withoutTime(const QByteArray &bytes)
 {
     QByteArray kept;
     for (const QByteArray &line : bytes.split('\n')) {
-        kept += line.startsWith("%%CreationDate") ? QByteArray() : line + '\n';
+        kept += line.startsWith("%%Creation Date:") ? QByteArray() : line + '\n';
     }
     return kept;
 }

@@ -89,7 +89,12 @@ ExportDialog::ExportDialog(MainWindow &window, const DocumentMak &document,
     , m_factory(factory)
     , m_formats(offeredFormats(factory))
     , m_pages(new QStackedWidget)
-    , m_report(new ExportReportView(openFile, nullptr))
+    , m_report(new ExportReportView(
+          [this, openFile](const QString &path) {
+              QDialog::accept(); // or the dialog would hide what it opens
+              openFile(path);
+          },
+          nullptr))
 {
     setObjectName(QStringLiteral("exportDialog"));
     setWindowTitle(windowText("Export"));
@@ -166,7 +171,7 @@ void ExportDialog::makeButtons(QVBoxLayout *layout)
         button->setToolTip(windowText(tip));
         return button;
     };
-    m_open = add("open", "&Open", "Open the selected files", QDialogButtonBox::ActionRole);
+    m_open = add("open", "&Open", "Open the selected files and close this report", QDialogButtonBox::ActionRole);
     m_export = add(
         "export", "&Export...", "Choose the files and write them", QDialogButtonBox::AcceptRole);
     m_cancel = add("cancel", "Cancel", "Write no more files", QDialogButtonBox::RejectRole);

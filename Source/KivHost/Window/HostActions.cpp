@@ -20,6 +20,7 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QIcon>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPointer>
@@ -55,6 +56,16 @@ bool runWarning(QWidget *parent, const std::function<void()> &action)
 bool isMarkerName(const QString &path)
 {
     return QFileInfo(path).suffix().compare(QLatin1String("mar"), Qt::CaseInsensitive) == 0;
+}
+
+// As on the desktop, also for a program that is not installed.
+QIcon programIcon()
+{
+    QIcon icon;
+    for (const int side : {16, 24, 32, 48, 64, 128}) {
+        icon.addFile(QStringLiteral(":/kivhost/%1.png").arg(side));
+    }
+    return icon;
 }
 
 } // namespace
@@ -149,6 +160,8 @@ int runWindow(const WindowOptions &options, const QString &plugins)
 {
     const QDir directory = pluginsDirectory(plugins);
     installTranslations(directory, windowLanguage());
+    QGuiApplication::setDesktopFileName(QStringLiteral("kivhost"));
+    QApplication::setWindowIcon(programIcon());
     HostWindow window;
     KivApplication application(std::make_unique<WindowUserInterface>(&window), directory);
     KivInit::instance()->run(KivInit::StageAfterQt);

@@ -89,6 +89,7 @@ void HostWindow::makeFileMenu()
     fillRecentMenu();
     m_close = addCommand(menu, "close", "&Close", "Ctrl+W", "Close the file in front",
         [this] { mdiArea()->closeActiveSubWindow(); });
+    m_close->setShortcuts({m_close->shortcut(), QKeySequence(QStringLiteral("Ctrl+F4"))});
     menu->addSeparator();
     m_export = addCommand(menu, "export", "&Export...", "Ctrl+E",
         "Write the marker in other formats", [this] { exportMarker(); });

@@ -116,6 +116,9 @@ void HostWindow::addChild(MdiChild *child, const QString &path)
     QMdiSubWindow *subWindow = mdiArea()->currentSubWindow();
     subWindow->setProperty("path", path);
     subWindow->setWindowTitle(QFileInfo(path).fileName());
+    for (QAction *action : subWindow->systemMenu()->actions()) {
+        action->setShortcut(QKeySequence()); // two actions of one key do nothing at all
+    }
     if (mdiArea()->viewMode() == QMdiArea::SubWindowView) {
         subWindow->showMaximized();
     }
