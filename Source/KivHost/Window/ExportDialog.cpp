@@ -171,7 +171,8 @@ void ExportDialog::makeButtons(QVBoxLayout *layout)
         button->setToolTip(windowText(tip));
         return button;
     };
-    m_open = add("open", "&Open", "Open the selected files and close this report", QDialogButtonBox::ActionRole);
+    m_open = add("open", "&Open", "Open the selected files and close this report",
+        QDialogButtonBox::ActionRole);
     m_export = add(
         "export", "&Export...", "Choose the files and write them", QDialogButtonBox::AcceptRole);
     m_cancel = add("cancel", "Cancel", "Write no more files", QDialogButtonBox::RejectRole);

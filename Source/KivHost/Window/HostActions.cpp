@@ -111,8 +111,8 @@ void HostWindow::exportMarker()
         runExportDialog(
             *this, marker->document(), *m_factory, [this](const QString &path) { openFile(path); });
     });
-    if (marker && marker->isZentrimView()) {
-        marker->refresh(); // the panels may have changed how it will be cut
+    if (marker) {
+        marker->refresh(); // how it will be cut may have changed, and groups may have been fused
     }
 }
 

@@ -162,6 +162,7 @@ void MarkerChild::showFabric(short fabric)
     m_document->drawing()->currentFabric = fabric; // what an export of one fabric takes
     m_fabrics->setCurrentIndex(fabric - 1);
     makeScenes();
+    m_view->fit();
 }
 
 void MarkerChild::setZentrimView(bool on)
@@ -200,7 +201,12 @@ void MarkerChild::showPieceList(bool shown)
 
 void MarkerChild::refresh()
 {
+    const std::size_t pieces = m_scene ? m_scene->pieces().size() : 0;
+    const std::vector<int> selected = m_scene ? m_scene->selectedPieces() : std::vector<int>();
     makeScenes();
+    if (m_scene && m_scene->pieces().size() == pieces) { // those of before
+        m_scene->selectPieces(selected);
+    }
     update();
 }
 

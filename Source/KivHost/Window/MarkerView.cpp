@@ -36,8 +36,14 @@ MarkerView::MarkerView(QWidget *parent) : QGraphicsView(parent)
 
 void MarkerView::showScene(QGraphicsScene *shown)
 {
+    const QPointF centre = mapToScene(viewport()->rect().center());
     setScene(shown);
-    fit();
+    if (m_fitted) {
+        fit();
+    } else {
+        centerOn(centre);
+        emit viewChanged();
+    }
 }
 
 void MarkerView::zoomBy(double factor)

@@ -14,7 +14,8 @@ class MarkerView : public QGraphicsView
 public:
     explicit MarkerView(QWidget *parent = nullptr);
 
-    /// Shows a scene, all of it. The scene is borrowed; null shows nothing.
+    /// Shows a scene at the place and in the scale of the one before; all of it while all was
+    /// shown. The scene is borrowed; null shows nothing.
     void showScene(QGraphicsScene *scene);
 
     /// Pixels for a centimetre.
