@@ -41,8 +41,9 @@ void MarkerView::showScene(QGraphicsScene *shown)
     if (m_fitted) {
         fit();
     } else {
+        leaveFit();
         centerOn(centre);
-        emit viewChanged();
+        noteChange();
     }
 }
 
@@ -54,15 +55,47 @@ void MarkerView::zoomBy(double factor)
 void MarkerView::fit()
 {
     m_fitted = true;
+    setSceneRect(QRectF()); // the scene's own: the scroll bars go
     if (scene() != nullptr) {
-        showAllOf(scene()->sceneRect(), maximumViewportSize()); // the scroll bars go
+        showAllOf(scene()->sceneRect(), maximumViewportSize());
     }
 }
 
 void MarkerView::fit(const QRectF &rect)
 {
-    m_fitted = false;
+    leaveFit();
     showAllOf(rect, viewport()->size());
+    leaveFit(); // with the margin of the new scale
+    centerOn(rect.center());
+}
+
+void MarkerView::reveal(const QRectF &rect)
+{
+    if (!mapToScene(viewport()->rect()).boundingRect().intersects(rect)) {
+        leaveFit();
+        centerOn(rect.center());
+    }
+}
+
+// Beyond the scene there is as much room as the window shows: what is under the mouse can stay
+// there whatever the scale is.
+void MarkerView::leaveFit()
+{
+    m_fitted = false;
+    if (scene() != nullptr) {
+        const double x = viewport()->width() / zoom();
+        const double y = viewport()->height() / zoom();
+        setSceneRect(scene()->sceneRect().adjusted(-x, -y, x, y));
+    }
+}
+
+void MarkerView::noteChange()
+{
+    emit viewChanged();
+    if (m_hasMouse) {
+        const QPointF place = mapToScene(m_mouse);
+        emit mouseMoved(place.x(), place.y());
+    }
 }
 
 void MarkerView::showAllOf(const QRectF &rect, const QSize &room)
@@ -75,7 +108,7 @@ void MarkerView::showAllOf(const QRectF &rect, const QSize &room)
     const double bounded = std::min(std::max(factor, kSmallestZoom), kLargestZoom);
     setTransform(QTransform::fromScale(bounded, -bounded));
     centerOn(rect.center());
-    emit viewChanged();
+    noteChange();
 }
 
 double MarkerView::boundedFactor(double factor) const
@@ -86,14 +119,15 @@ double MarkerView::boundedFactor(double factor) const
 // What is under `place` stays there.
 void MarkerView::zoomAbout(const QPoint &place, double factor)
 {
-    m_fitted = false; // before the scroll bars come, with which the view is resized
     const QPointF fixed = mapToScene(place);
+    m_fitted = false; // before the scroll bars come, with which the view is resized
     const double bounded = boundedFactor(factor);
     scale(bounded, bounded);
+    leaveFit();
     const QPoint moved = mapFromScene(fixed) - place;
     horizontalScrollBar()->setValue(horizontalScrollBar()->value() + moved.x());
     verticalScrollBar()->setValue(verticalScrollBar()->value() + moved.y());
-    emit viewChanged();
+    noteChange();
 }
 
 void MarkerView::wheelEvent(QWheelEvent *event)
@@ -108,6 +142,9 @@ void MarkerView::wheelEvent(QWheelEvent *event)
 void MarkerView::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::MiddleButton || (event->button() == Qt::LeftButton && m_spaceDown)) {
+        const QPointF centre = mapToScene(viewport()->rect().center());
+        leaveFit();
+        centerOn(centre);
         m_panning = true;
         m_panFrom = event->pos();
         viewport()->setCursor(Qt::ClosedHandCursor);
@@ -119,14 +156,14 @@ void MarkerView::mousePressEvent(QMouseEvent *event)
 
 void MarkerView::mouseMoveEvent(QMouseEvent *event)
 {
-    const QPointF place = mapToScene(event->pos());
-    emit mouseMoved(place.x(), place.y());
+    m_mouse = event->pos();
+    m_hasMouse = true;
+    noteChange();
     if (m_panning) {
         const QPoint way = event->pos() - m_panFrom;
         m_panFrom = event->pos();
         horizontalScrollBar()->setValue(horizontalScrollBar()->value() - way.x());
         verticalScrollBar()->setValue(verticalScrollBar()->value() - way.y());
-        m_fitted = false;
         event->accept();
         return;
     }
@@ -172,7 +209,7 @@ void MarkerView::resizeEvent(QResizeEvent *event)
     if (m_fitted) {
         fit();
     }
-    emit viewChanged();
+    noteChange();
 }
 
 void MarkerView::showEvent(QShowEvent *event)
@@ -186,12 +223,13 @@ void MarkerView::showEvent(QShowEvent *event)
 void MarkerView::scrollContentsBy(int dx, int dy)
 {
     QGraphicsView::scrollContentsBy(dx, dy);
-    emit viewChanged();
+    noteChange();
 }
 
 void MarkerView::leaveEvent(QEvent *event)
 {
     QGraphicsView::leaveEvent(event);
+    m_hasMouse = false;
     emit mouseLeft();
 }
 

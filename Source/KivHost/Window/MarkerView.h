@@ -24,11 +24,13 @@ public:
     /// All of the scene. It stays so when the view is resized, until somebody zooms or pans.
     void fit();
     void fit(const QRectF &rect);
+    /// Moves the scene if nothing of the rectangle is in sight.
+    void reveal(const QRectF &rect);
 
 signals:
     /// What the view shows has moved or changed its scale.
     void viewChanged();
-    /// Centimetres in the scene.
+    /// The place under the mouse is another one. Centimetres in the scene.
     void mouseMoved(double x, double y);
     void mouseLeft();
 
@@ -48,8 +50,12 @@ private:
     void showAllOf(const QRectF &rect, const QSize &room);
     void zoomAbout(const QPoint &place, double factor);
     double boundedFactor(double factor) const;
+    void leaveFit();
+    void noteChange();
 
     QPoint m_panFrom;
+    QPoint m_mouse; // in the viewport
+    bool m_hasMouse = false;
     bool m_panning = false;
     bool m_spaceDown = false;
     bool m_fitted = true;

@@ -71,6 +71,7 @@ void Ruler::paintEvent(QPaintEvent *)
     painter.setPen(palette().color(QPalette::Mid));
     painter.drawLine(0, height() - 1, width(), height() - 1);
     paintMarks(painter);
+    paintUnit(painter);
     if (m_hasMouse) {
         const int x = m_view.mapFromScene(m_mouse, 0).x();
         painter.setPen(QColor(0xc8, 0x1e, 0x1e));
@@ -88,8 +89,7 @@ void Ruler::paintMarks(QPainter &painter) const
         m_view.viewportTransform().map(QPointF(0, 0)).x(); // where the cloth starts
 
     const int decimals = std::max(0, static_cast<int>(-std::floor(std::log10(step) + 1e-9)));
-    const QString symbol = unitSymbol(unit);
-    const QLocale locale;
+    const KivLocale locale;
     painter.setPen(palette().color(QPalette::WindowText));
     const auto first = static_cast<qint64>(std::floor(-origin / pixels / step));
     const auto last = static_cast<qint64>(std::ceil((width() - origin) / pixels / step));
@@ -97,17 +97,24 @@ void Ruler::paintMarks(QPainter &painter) const
         const double value = static_cast<double>(mark) * step;
         const double x = origin + value * pixels;
         painter.drawLine(QPointF(x, height() - kLongMark), QPointF(x, height() - 1));
-        QString label = locale.toString(value, 'f', decimals);
-        if (mark == 0) {
-            label += QLatin1Char(' ') + symbol;
-        }
-        painter.drawText(QPointF(x + 3, fontMetrics().ascent() + 1.0), label);
+        painter.drawText(QPointF(x + 3, fontMetrics().ascent() + 1.0),
+            locale.toString(mark == 0 ? 0 : value, 'f', decimals));
         for (int part = 1; part < kPartsOfMark; ++part) {
             const double between = x + part * step * pixels / kPartsOfMark;
             painter.drawLine(
                 QPointF(between, height() - kShortMark), QPointF(between, height() - 1));
         }
     }
+}
+
+// In the corner, whatever part of the cloth is in sight.
+void Ruler::paintUnit(QPainter &painter) const
+{
+    const QString symbol = unitSymbol(KivLocale::applicationConventions().rulerX);
+    const int room = fontMetrics().horizontalAdvance(symbol) + 12;
+    const QRect corner(width() - room, 0, room, height() - 1);
+    painter.fillRect(corner, palette().window());
+    painter.drawText(corner, Qt::AlignCenter, symbol);
 }
 
 } // namespace KivSystem

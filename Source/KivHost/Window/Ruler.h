@@ -28,6 +28,7 @@ protected:
 
 private:
     void paintMarks(QPainter &painter) const;
+    void paintUnit(QPainter &painter) const;
 
     MarkerView &m_view;
     double m_mouse = 0; // cm
