@@ -467,6 +467,13 @@ SettingsOverlay::~SettingsOverlay()
     setStorePaths(m_userPath, m_systemPath);
 }
 
+// What the library was given from the store, or has given to it, last.
+static MarkerSettings &knownSettings()
+{
+    static MarkerSettings known;
+    return known;
+}
+
 void restoreMarkerSettings(const Console &console)
 {
     const QSettings store;
@@ -480,6 +487,7 @@ void restoreMarkerSettings(const Console &console)
         }
     }
     values.apply();
+    knownSettings() = values;
 }
 
 void storeMarkerSettings()
@@ -489,13 +497,12 @@ void storeMarkerSettings()
     for (const MarkerSettingDescription &description : markerSettingDescriptions()) {
         const Setting setting = markerSetting(description);
         const double value = description.valueIn(values);
-        const QVariant stored = setting.type.parse(currentText(setting, store));
-        const double known = stored.isValid() ? numberOf(description, stored)
-                                              : description.valueIn(MarkerSettings());
-        if (value != known) {
+        // Another program may have stored something since: that stays.
+        if (value != description.valueIn(knownSettings())) {
             store.setValue(setting.key, setting.type.parse(textOf(description, value)));
         }
     }
+    knownSettings() = values;
 }
 
 void applyConventions(const Console &console)

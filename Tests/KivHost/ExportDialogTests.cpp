@@ -223,6 +223,7 @@ TEST_F(ExportDialogTest, ChoicesOfAPanelOutliveTheProgram)
     load(kTrousers);
     user->answers = {folder.path("a.cut"), folder.path("b.cut")};
     choose("Cut File ANSI", [](QWidget &dialog) {
+        QSettings().setValue("plot/spaceLayers", "5");
         in<QDoubleSpinBox>(dialog, "spinScaleX").setValue(98.5);
         in<QCheckBox>(dialog, "checkLabels").setChecked(true);
     });
@@ -236,6 +237,7 @@ TEST_F(ExportDialogTest, ChoicesOfAPanelOutliveTheProgram)
     EXPECT_EQ(CDbMarkerShareGlobales::instance()->getCutScaleX(), 98.5);
     EXPECT_TRUE(CDbMarkerShareGlobales::instance()->getCutLabelM31());
     EXPECT_EQ(stored("cut/CutScaleY"), QStringList()) << "untouched, and so not stored";
+    EXPECT_EQ(stored("plot/spaceLayers"), QStringList("5")) << "of another window";
     EXPECT_EQ(stored("window/export_directory"), QStringList(folder.path()));
 
     driver.then("formats", [](QWidget &dialog) {

@@ -15,7 +15,7 @@
 #include <QLabel>
 #include <QSettings>
 #include <QSlider>
-#include <QTableWidget>
+#include <QTableView>
 #include <QTreeWidget>
 #include <QXmlStreamReader>
 
@@ -164,6 +164,7 @@ TEST(Viewer, BrokenFilesAreRefusedInOneSentenceThatNamesThePlace)
         {"H1*N1*X1Y2*Z9*M0*", ansi, "block 4 (byte 11)", "\"Z9\" is no command"},
         {"H1*X1.5Y2*M0*", ansi, "block 2", "no command"},
         {"H1*X99999999999Y2*M0*", ansi, "block 2", "no command"},
+        {"H1*X900000000Y2*M0*", ansi, "block 2", "too far"},
         {"H1*X1X2*M0*", ansi, "block 2", "X twice"},
         {"H1*X1Y1*G71*M0*", ansi, "block 3", "unit changes"},
         {"H1*D1*M14*X1Y1*M0*", ansi, "block 4", "both down"},
@@ -188,6 +189,7 @@ TEST(Viewer, BrokenFilesAreRefusedInOneSentenceThatNamesThePlace)
         {ps + "x (abc)t\n%%EOF\n", drawing, "line 2", "no count"},
         {"", table, "", "empty"},
         {QByteArray("a;b\nc;\0\n", 8), table, "line 2", "no text"},
+        {QByteArray("a;\xe4\nc;\0\n", 8), table, "line 2", "no text"},
         {"a;b\nc;\"d\n", table, "line 2", "never closed"},
     };
     for (const Case &file : cases) {
@@ -386,10 +388,22 @@ TEST(Viewer, BlocksAndFieldsAreListed)
     EXPECT_EQ(list->topLevelItem(4)->text(0), "Front$0$0");
     list->setCurrentItem(list->topLevelItem(4)->child(0)); // a keyword shows its block
     const auto report = makeViewer(golden("txt/tshirt/tshirt.txt"));
-    auto *table = find<QTableWidget>(*report);
-    EXPECT_EQ(table->rowCount(), 4);
-    EXPECT_EQ(table->item(0, 8)->text(), "Jersey navy");
-    EXPECT_EQ(table->item(0, 21)->text(), "1 | 2 | 1");
+    const QAbstractItemModel &table = *find<QTableView>(*report)->model();
+    EXPECT_EQ(table.rowCount(), 4);
+    EXPECT_EQ(table.index(0, 8).data(), "Jersey navy");
+    EXPECT_EQ(table.index(0, 21).data(), "1 | 2 | 1");
+}
+
+// Also one that was stored as a cut file.
+TEST(Viewer, ATableWithOneVeryLongLineIsShown)
+{
+    const Folder folder;
+    const auto report =
+        makeViewer(folder.write("ragged.cut", QByteArray(60000, '\t') + QByteArray(60000, '\n')));
+    const QAbstractItemModel &table = *find<QTableView>(*report)->model();
+    EXPECT_EQ(table.columnCount(), 60001);
+    EXPECT_EQ(table.rowCount(), 60000);
+    EXPECT_EQ(table.index(59999, 60000).data(), QString());
 }
 
 TEST(Viewer, OnlyExportedFilesAreShown)

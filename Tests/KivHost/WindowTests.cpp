@@ -178,6 +178,15 @@ TEST_F(WindowTest, TheListSelectsOnTheDrawingAndTheDrawingInTheList)
         EXPECT_TRUE(piece.item->toolTip().contains(
             QString("%1, %2, %3").arg(piece.name, piece.size, piece.side)));
     }
+    // From one tab to the other; a row of the chart is no piece on the drawing, and stays selected.
+    QTreeWidget &toPlace = *child.pieceList()->toPlaceTree();
+    placed.setCurrentItem(placed.topLevelItem(3));
+    for (int i = 0; i < toPlace.topLevelItemCount(); ++i) {
+        toPlace.setCurrentItem(toPlace.topLevelItem(i));
+        EXPECT_EQ(toPlace.selectedItems(), QList<QTreeWidgetItem *>{toPlace.topLevelItem(i)});
+        EXPECT_TRUE(placed.selectedItems().isEmpty());
+        EXPECT_EQ(child.scene()->selectedPieces(), child.pieceList()->selectedPieces());
+    }
     action("selectAll").trigger();
     EXPECT_EQ(child.scene()->selectedPieces().size(), child.scene()->pieces().size());
     EXPECT_EQ(placed.selectedItems().size(), placed.topLevelItemCount());

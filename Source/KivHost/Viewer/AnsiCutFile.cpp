@@ -195,8 +195,12 @@ private:
     {
         m_placed = true;
         // A coordinate that does not change need not be told.
-        return {block.has('X') ? block['X'] * m_unit : m_at.x(),
-            block.has('Y') ? block['Y'] * m_unit : m_at.y()};
+        const QPointF place(block.has('X') ? block['X'] * m_unit : m_at.x(),
+            block.has('Y') ? block['Y'] * m_unit : m_at.y());
+        if (std::max(std::abs(place.x()), std::abs(place.y())) > kFarthest) {
+            fail(QStringLiteral("the place is too far away"));
+        }
+        return place;
     }
 
     void move(const QPointF &to)

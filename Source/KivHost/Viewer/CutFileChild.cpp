@@ -137,7 +137,8 @@ QWidget *CutFileChild::makeControls()
     rows->setContentsMargins(0, 0, 0, 0);
     m_slider = new QSlider(Qt::Horizontal);
     m_slider->setObjectName(QStringLiteral("way"));
-    m_slider->setRange(0, static_cast<int>(std::ceil(m_way->length() * kSliderSteps)));
+    m_slider->setRange(
+        0, static_cast<int>(std::min(std::ceil(m_way->length() * kSliderSteps), 1e9)));
     m_slider->setSingleStep(static_cast<int>(kSliderSteps));
     m_slider->setPageStep(std::max(m_slider->maximum() / 50, 1));
     m_slider->setAccessibleName(windowText("Way of the knife"));

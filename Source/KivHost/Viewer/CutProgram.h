@@ -33,6 +33,9 @@ struct CutStep
     QPointF to;
 };
 
+/// cm; no cloth is ten kilometres long, and no file goes farther.
+constexpr double kFarthest = 1e6;
+
 struct CutProgram
 {
     QString dialect; ///< "ANSI", "Eastman"

@@ -13,7 +13,6 @@ namespace {
 
 constexpr int kWordColumns = 6;
 constexpr int kNumberColumns = 10;
-constexpr double kFarthest = 1e6; // cm; no cloth is ten kilometres long
 
 class EastmanReader
 {

@@ -11,7 +11,8 @@ namespace KivSystem {
 
 namespace {
 
-constexpr int kMostCells = 1000000;
+constexpr int kMostCells = 4000000;
+constexpr int kMostShownColumns = 10000;
 constexpr int kShownRows = 100;
 constexpr int kShownLetters = 40;
 
@@ -22,7 +23,7 @@ QString decoded(const QByteArray &bytes)
     QString text =
         QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
     if (state.invalidChars != 0 || state.remainingChars != 0) {
-        text = QString::fromLatin1(bytes);
+        text = QString::fromLatin1(bytes.constData(), bytes.size()); // also behind a zero byte
     }
     int line = 1;
     for (const QChar &character : qAsConst(text)) {
@@ -174,7 +175,7 @@ Picture pictureOf(const TableFile &table)
     constexpr double letter = 0.31; // width
     const int rows = std::min(static_cast<int>(table.rows.size()), kShownRows);
     std::vector<double> edges{0};
-    for (int column = 0; column < std::min(table.columns, kMostCells / kShownRows); ++column) {
+    for (int column = 0; column < std::min(table.columns, kMostShownColumns); ++column) {
         int longest = 2;
         for (int row = 0; row < rows; ++row) {
             longest = std::max(

@@ -61,7 +61,10 @@ FileKind kindOf(const QByteArray &start, const QString &path)
         return FileKind::Table;
     }
     if (extension == QLatin1String("cut")) {
-        return FileKind::AnsiCut;
+        // Reports may be stored under the same extension.
+        return text.section(QLatin1Char('\n'), 0, 0).contains(QLatin1Char('\t'))
+                   ? FileKind::Table
+                   : FileKind::AnsiCut;
     }
     if (extension == QLatin1String("dxf")) {
         return FileKind::Nester;

@@ -5,6 +5,7 @@
 #include "ViewedFile.h"
 #include "Window/WindowText.h"
 
+#include <QAbstractTableModel>
 #include <QAction>
 #include <QBoxLayout>
 #include <QCoreApplication>
@@ -13,7 +14,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QSplitter>
-#include <QTableWidget>
+#include <QTableView>
 #include <QTreeWidget>
 
 namespace KivSystem {
@@ -117,29 +118,57 @@ QString cellText(QString field)
     return field;
 }
 
+// Holds no item for a field: reports are long, and one line may be much longer than the others.
+class TableModel : public QAbstractTableModel
+{
+public:
+    explicit TableModel(TableFile file, QObject *parent)
+        : QAbstractTableModel(parent)
+        , m_file(std::move(file))
+    {}
+
+    int rowCount(const QModelIndex &parent) const override
+    {
+        return parent.isValid() ? 0 : static_cast<int>(m_file.rows.size());
+    }
+    int columnCount(const QModelIndex &parent) const override
+    {
+        return parent.isValid() ? 0 : m_file.columns;
+    }
+    QVariant data(const QModelIndex &index, int role) const override
+    {
+        const QStringList &fields = m_file.rows[static_cast<std::size_t>(index.row())];
+        const QString field = cellText(fields.value(index.column()));
+        return role == Qt::DisplayRole   ? QVariant(field)
+               : role == Qt::ToolTipRole ? QVariant(field.toHtmlEscaped())
+                                         : QVariant();
+    }
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override
+    {
+        return role == Qt::DisplayRole && orientation == Qt::Horizontal
+                   ? QVariant(section)
+                   : QAbstractTableModel::headerData(section, orientation, role);
+    }
+
+private:
+    TableFile m_file;
+};
+
 std::unique_ptr<MdiChild> makeChild(const TableFile &file)
 {
     constexpr int widest = 320;
-    auto *table = new QTableWidget(static_cast<int>(file.rows.size()), file.columns);
-    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    constexpr int mostMeasured = 200; // rows, and columns
+    auto *table = new QTableView;
+    table->setModel(new TableModel(file, table));
     table->setAlternatingRowColors(true);
     table->setTabKeyNavigation(false); // Tab leaves the table, the arrow keys move in it
     table->setAccessibleName(text("Fields"));
     table->setToolTip(text("A line of the file is a row; fields are numbered from 0"));
-    for (int row = 0; row < table->rowCount(); ++row) {
-        const QStringList &fields = file.rows[static_cast<std::size_t>(row)];
-        for (int column = 0; column < fields.size(); ++column) {
-            auto *item = new QTableWidgetItem(cellText(fields[column]));
-            item->setToolTip(item->text().toHtmlEscaped());
-            table->setItem(row, column, item);
-        }
-    }
-    for (int column = 0; column < file.columns; ++column) {
-        table->setHorizontalHeaderItem(column, new QTableWidgetItem(QString::number(column)));
-    }
     table->horizontalHeader()->setMaximumSectionSize(widest);
-    table->horizontalHeader()->setResizeContentsPrecision(200);
-    table->resizeColumnsToContents();
+    table->horizontalHeader()->setResizeContentsPrecision(mostMeasured);
+    for (int column = 0; column < std::min(file.columns, mostMeasured); ++column) {
+        table->resizeColumnToContents(column);
+    }
     return childWith(table);
 }
 

@@ -130,7 +130,7 @@ void HostWindow::addFillChoice(QMenu *menu)
             "Fill pieces with their colours in the marker"},
         {SceneOptions::ByStyle, "fillByStyle", "Fill by S&tyle", "Ctrl+2",
             "Fill the pieces of a style with one colour"},
-        {SceneOptions::BySize, "fillBySize", "Fill by Si&ze", "Ctrl+3",
+        {SceneOptions::BySize, "fillBySize", "Fill by &Size", "Ctrl+3",
             "Fill the pieces of a size with one colour"},
     };
     m_fill = new QActionGroup(this);

@@ -119,7 +119,8 @@ void HostWindow::addChild(MdiChild *child, const QString &path)
     for (QAction *action : subWindow->systemMenu()->actions()) {
         action->setShortcut(QKeySequence()); // two actions of one key do nothing at all
     }
-    if (mdiArea()->viewMode() == QMdiArea::SubWindowView) {
+    if (mdiArea()->viewMode() == QMdiArea::SubWindowView &&
+        mdiArea()->subWindowList().size() == 1) {
         subWindow->showMaximized();
     }
     if (auto *marker = qobject_cast<MarkerChild *>(child)) {
@@ -173,6 +174,10 @@ void HostWindow::updateActions()
     MarkerChild *const marker = activeMarker();
     for (QAction *action : m_markerActions) {
         action->setEnabled(marker != nullptr);
+    }
+    const bool selects = marker != nullptr && !marker->isZentrimView();
+    for (const char *name : {"selectAll", "selectNone", "find", "fitSelection"}) {
+        findChild<QAction *>(QLatin1String(name))->setEnabled(selects);
     }
     m_export->setEnabled(marker != nullptr && m_factory != nullptr);
     m_export->setToolTip(m_factory != nullptr ? windowText("Write the marker in other formats")

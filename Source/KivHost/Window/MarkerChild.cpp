@@ -71,8 +71,12 @@ MarkerChild::MarkerChild(std::unique_ptr<DocumentMak> document, const SceneOptio
     layout->addWidget(m_splitter, 1);
     layout->addLayout(footer);
 
-    connect(m_list, &PieceList::piecesSelected, this,
-        [this](const std::vector<int> &positions) { m_scene->selectPieces(positions); });
+    connect(m_list, &PieceList::piecesSelected, this, [this](const std::vector<int> &positions) {
+        m_scene->selectPieces(positions);
+        if (!positions.empty() && !m_isZentrim) {
+            m_view->reveal(selectionRect());
+        }
+    });
     connect(m_list, &PieceList::pieceActivated, this, [this] { fitSelection(); });
     connect(this, &MdiChild::signalSent, this, [this](MdiChild::signalType signal) {
         if (signal == ShowZentrimView) {
@@ -212,6 +216,9 @@ void MarkerChild::refresh()
 
 void MarkerChild::selectAll(bool selected)
 {
+    if (!m_scene || m_isZentrim) {
+        return;
+    }
     std::vector<int> positions;
     for (std::size_t i = 0; selected && i < m_scene->pieces().size(); ++i) {
         positions.push_back(static_cast<int>(i));
@@ -221,14 +228,20 @@ void MarkerChild::selectAll(bool selected)
 
 void MarkerChild::fitSelection()
 {
-    QRectF rect;
-    for (const int position : m_scene->selectedPieces()) {
-        rect = rect.united(
-            m_scene->pieces()[static_cast<std::size_t>(position)].item->sceneBoundingRect());
-    }
+    const QRectF rect = selectionRect();
     if (!rect.isNull() && !m_isZentrim) {
         m_view->fit(rect);
     }
+}
+
+QRectF MarkerChild::selectionRect() const
+{
+    QRectF rect;
+    for (const int position : m_scene ? m_scene->selectedPieces() : std::vector<int>()) {
+        rect = rect.united(
+            m_scene->pieces()[static_cast<std::size_t>(position)].item->sceneBoundingRect());
+    }
+    return rect;
 }
 
 void MarkerChild::findPiece()

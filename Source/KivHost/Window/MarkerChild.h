@@ -71,6 +71,7 @@ private:
     void makeZentrimScene();
     void showStatus();
     QString layersText() const;
+    QRectF selectionRect() const;
 
     std::unique_ptr<DocumentMak> m_document;
     SceneOptions m_options;

@@ -5,6 +5,7 @@
 #include "MarkerScene.h"
 #include "WindowText.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPainter>
@@ -95,17 +96,28 @@ QTreeWidget *PieceList::makeTree(const char *name, const char *tip)
     tree->setAlternatingRowColors(true);
     tree->setSelectionMode(QAbstractItemView::ExtendedSelection);
     tree->setFrameShape(QFrame::NoFrame);
-    connect(tree, &QTreeWidget::itemSelectionChanged, this, [this] {
-        if (!m_selecting) {
-            emit piecesSelected(selectedPieces());
-        }
-    });
+    connect(tree, &QTreeWidget::itemSelectionChanged, this, [this, tree] { noteSelection(*tree); });
     connect(tree, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem *row) {
         if (positionOf(*row) != kNoPosition) {
             emit pieceActivated(positionOf(*row));
         }
     });
     return tree;
+}
+
+// What is selected in the other list goes, unless the user adds to it. The drawing answers with the
+// selection that it has got, which knows nothing of rows without a piece.
+void PieceList::noteSelection(const QTreeWidget &tree)
+{
+    if (m_selecting) {
+        return;
+    }
+    m_selecting = true;
+    if (!QApplication::keyboardModifiers().testFlag(Qt::ControlModifier)) {
+        (&tree == m_placed ? m_toPlace : m_placed)->clearSelection();
+    }
+    emit piecesSelected(selectedPieces());
+    m_selecting = false;
 }
 
 void PieceList::fill(
@@ -194,6 +206,9 @@ void PieceList::showColours(const MarkerScene &scene)
 
 void PieceList::selectPieces(const std::vector<int> &positions)
 {
+    if (m_selecting) {
+        return;
+    }
     m_selecting = true;
     m_placed->clearSelection();
     m_toPlace->clearSelection();

@@ -42,7 +42,8 @@ public:
     /// Takes the colours of the scene over.
     void showColours(const MarkerScene &scene);
 
-    /// Selects rows by positions in MarkerScene::pieces(), without emitting piecesSelected().
+    /// Selects rows by positions in MarkerScene::pieces(), without emitting piecesSelected(); not
+    /// while that is emitted.
     void selectPieces(const std::vector<int> &positions);
     std::vector<int> selectedPieces() const;
 
@@ -61,6 +62,7 @@ private:
     QTreeWidget *makeTree(const char *name, const char *tip);
     void addRow(QTreeWidget &tree, const ScenePiece &piece, int position, const QString &layer);
     void addChartRows(const CDbMarkerDrawing &drawing, const CDbFabricObject &fabric);
+    void noteSelection(const QTreeWidget &tree);
     void filter(const QString &words);
 
     QLineEdit *m_filter;

@@ -7,6 +7,7 @@
 #include <QColorDialog>
 #include <QComboBox>
 #include <QDoubleSpinBox>
+#include <QEvent>
 #include <QLineEdit>
 #include <QMap>
 #include <QPushButton>
@@ -87,6 +88,9 @@ SettingEditor numberEditor(const Setting &setting)
     auto *spin = new QDoubleSpinBox;
     spin->setDecimals(unit.decimals);
     spin->setSuffix(unit.suffix);
+    QLocale locale; // a German 1.234 is neither a number of one nor of thousands
+    locale.setNumberOptions(QLocale::OmitGroupSeparator | QLocale::RejectGroupSeparator);
+    spin->setLocale(locale);
     // Rounded inwards: what is shown can be had.
     spin->setRange(std::ceil(setting.type.lowest * unit.factor * step - 1e-6) / step,
         std::floor(setting.type.highest * unit.factor * step + 1e-6) / step);
@@ -157,12 +161,31 @@ SettingEditor editorFor(const Setting &setting, const std::function<void()> &cha
     return textEditor(setting, changed);
 }
 
+// Who scrolls the page changes no value on the way.
+class WheelGuard : public QObject
+{
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject *object, QEvent *event) override
+    {
+        const auto *control = qobject_cast<QWidget *>(object);
+        if (event->type() != QEvent::Wheel || control == nullptr || control->hasFocus()) {
+            return false;
+        }
+        event->ignore();
+        return true;
+    }
+};
+
 } // namespace
 
 SettingEditor makeEditor(const Setting &setting, const std::function<void()> &changed)
 {
     SettingEditor editor = editorFor(setting, changed);
     editor.control->setObjectName(setting.name);
+    editor.control->setFocusPolicy(Qt::StrongFocus); // not by the wheel
+    editor.control->installEventFilter(new WheelGuard(editor.control));
     editor.control->setAccessibleName(labelOf(setting));
     editor.control->setToolTip(windowText("%1: %2; default: %3")
                                    .arg(setting.name, setting.type.meaning, setting.defaultText));
