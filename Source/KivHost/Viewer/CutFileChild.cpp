@@ -1,6 +1,7 @@
 #include "CutFileChild.h"
 
 #include "CutWayView.h"
+#include "KivCore/Locale.h"
 #include "Window/WindowText.h"
 
 #include <QAction>
@@ -37,9 +38,9 @@ QString timeText(double seconds)
     return QStringLiteral("%1:%2").arg(whole / 60).arg(whole % 60, 2, 10, QLatin1Char('0'));
 }
 
-QString metres(double centimetres)
+QString lengthText(double centimetres)
 {
-    return QStringLiteral("%1 m").arg(centimetres / 100, 0, 'f', 2);
+    return KivLocale().formatLength(centimetres, KivLocale::WithUnit);
 }
 
 // A line, or a cross, as the picture has it.
@@ -165,7 +166,8 @@ QWidget *CutFileChild::makeControls()
     addButton(row, "<", ",", "Back by one move", &CutFileChild::stepBack);
     addButton(row, ">", ".", "On by one move", &CutFileChild::stepOn);
     addButton(row, ">|", "]", "To the next piece", &CutFileChild::partOn);
-    addButton(row, "Fit", "F", "Show the whole file", &CutFileChild::fitView);
+    QToolButton *fit = addButton(row, "Fit", "F", "Show the whole file", &CutFileChild::fitView);
+    fit->defaultAction()->setShortcut(QKeySequence()); // the key is the window's
     row->addStretch(1);
     addSpeeds(row);
     return controls;
@@ -223,10 +225,10 @@ QString CutFileChild::sumText() const
     }
     parts << windowText("%1, unit %2").arg(m_program.dialect, m_program.unit)
           << windowText("pieces and waste cuts: %1").arg(m_program.parts)
-          << windowText("cut: %1").arg(metres(m_sums.cut))
-          << windowText("idle: %1").arg(metres(m_sums.idle));
+          << windowText("cut: %1").arg(lengthText(m_sums.cut))
+          << windowText("idle: %1").arg(lengthText(m_sums.idle));
     if (m_sums.pen > 0) {
-        parts << windowText("pen: %1").arg(metres(m_sums.pen));
+        parts << windowText("pen: %1").arg(lengthText(m_sums.pen));
     }
     parts << windowText("notch strokes: %1").arg(m_sums.notches)
           << windowText("drills: %1").arg(m_sums.drills)
@@ -234,7 +236,7 @@ QString CutFileChild::sumText() const
           << windowText("tool changes: %1").arg(m_sums.toolChanges)
           << windowText("labels: %1").arg(m_sums.labels)
           << windowText("frame advances: %1").arg(m_sums.advances)
-          << windowText("time: about %1 min").arg(timeText(m_way->duration()));
+          << windowText("moves: about %1 min").arg(timeText(m_way->duration()));
     return parts.join(QStringLiteral("   "));
 }
 
@@ -335,12 +337,13 @@ void CutFileChild::tick()
 void CutFileChild::showPlace()
 {
     const CutWay::Place place = m_way->at(way());
+    const KivLocale locale;
     m_view->setPlace(place);
-    QString text = windowText("%1 of %2, %3 of %4 min, X %5 Y %6 cm")
-                       .arg(metres(way()), metres(m_way->length()), timeText(m_way->timeAt(way())),
-                           timeText(m_way->duration()))
-                       .arg(place.point.x(), 0, 'f', 1)
-                       .arg(place.point.y(), 0, 'f', 1);
+    QString text = windowText("%1 of %2, %3 of %4 min, X %5 Y %6")
+                       .arg(lengthText(way()), lengthText(m_way->length()),
+                           timeText(m_way->timeAt(way())), timeText(m_way->duration()))
+                       .arg(locale.formatLengthX(place.point.x(), KivLocale::WithUnit),
+                           locale.formatLengthY(place.point.y(), KivLocale::WithUnit));
     if (place.step < m_program.steps.size() && m_program.steps[place.step].part > 0) {
         text.prepend(windowText("piece %1: ").arg(m_program.steps[place.step].part));
     }

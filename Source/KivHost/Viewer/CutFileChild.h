@@ -33,6 +33,9 @@ public:
     QPointF knife() const;
     const CutWay &cutWay() const { return *m_way; }
 
+    /// Takes over the units and decimals of the settings.
+    void refresh() { applySpeeds(); }
+
     void play(bool on);
     bool isPlaying() const { return m_timer.isActive(); }
 

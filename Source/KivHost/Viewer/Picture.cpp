@@ -55,6 +55,7 @@ QString nameOf(StrokeKind kind)
 QRectF Picture::bounds() const
 {
     // QRectF::united() passes over rectangles without an area, such as those of straight lines.
+    constexpr double kBelowBaseLine = 0.3; // of a letter's height
     constexpr double none = std::numeric_limits<double>::infinity();
     double left = none;
     double right = -none;
@@ -77,6 +78,9 @@ QRectF Picture::bounds() const
             const double letters = 0.7 * text.height * text.text.size();
             const double width = text.room > 0 ? std::min(letters, text.room) : letters;
             const bool level = text.angle == 0;
+            const QPointF up = level ? QPointF(0, text.height) : QPointF(-text.height, 0);
+            take(text.place + up);
+            take(text.place - up * kBelowBaseLine);
             take(text.place - QPointF(level && text.centred ? width / 2 : 0, 0));
             take(text.place + QPointF(level ? width / (text.centred ? 2 : 1) : 0, 0));
         }

@@ -68,6 +68,11 @@ void PictureView::zoom(double factor, const QPointF &about)
     setView(view);
 }
 
+void PictureView::zoomBy(double factor)
+{
+    zoom(factor, QPointF(width() / 2.0, height() / 2.0));
+}
+
 void PictureView::moveBy(const QPointF &way)
 {
     m_fitted = false;
@@ -140,14 +145,13 @@ void PictureView::mouseReleaseEvent(QMouseEvent *)
 
 void PictureView::keyPressEvent(QKeyEvent *event)
 {
-    const QPointF middle(width() / 2.0, height() / 2.0);
     switch (event->key()) {
     case Qt::Key_Plus:
     case Qt::Key_Equal:
-        zoom(kKeyZoom, middle);
+        zoomBy(kKeyZoom);
         break;
     case Qt::Key_Minus:
-        zoom(1 / kKeyZoom, middle);
+        zoomBy(1 / kKeyZoom);
         break;
     case Qt::Key_Left:
         moveBy({kKeyShift, 0});

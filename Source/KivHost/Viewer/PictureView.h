@@ -4,6 +4,7 @@
 #define KIVHOST_PICTUREVIEW_H
 
 #include "Picture.h"
+#include "Window/ZoomableView.h"
 
 #include <QPixmap>
 #include <QTransform>
@@ -11,12 +12,13 @@
 
 namespace KivSystem {
 
-class PictureView : public QWidget
+class PictureView : public QWidget, public ZoomableView
 {
 public:
     explicit PictureView(Picture picture, QWidget *parent = nullptr);
 
-    void fit();
+    void fit() override;
+    void zoomBy(double factor) override;
     /// About a point of the widget, which stays where it is.
     void zoom(double factor, const QPointF &about);
     /// So that this part of the picture is in sight; a null one shows all.

@@ -6,7 +6,6 @@
 #include "Window/WindowText.h"
 
 #include <QAbstractTableModel>
-#include <QAction>
 #include <QBoxLayout>
 #include <QCoreApplication>
 #include <QFile>
@@ -36,15 +35,6 @@ std::unique_ptr<MdiChild> childWith(QWidget *content)
     return child;
 }
 
-void addFit(MdiChild &child, PictureView *view)
-{
-    auto *fit = new QAction(text("Fit"), &child);
-    fit->setShortcut(QKeySequence(QStringLiteral("F")));
-    fit->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    QObject::connect(fit, &QAction::triggered, view, [view] { view->fit(); });
-    child.addAction(fit);
-}
-
 std::unique_ptr<MdiChild> makeChild(const CutProgram &program)
 {
     return std::make_unique<CutFileChild>(program);
@@ -52,10 +42,7 @@ std::unique_ptr<MdiChild> makeChild(const CutProgram &program)
 
 std::unique_ptr<MdiChild> makeChild(const Picture &picture)
 {
-    auto *view = new PictureView(picture);
-    std::unique_ptr<MdiChild> child = childWith(view);
-    addFit(*child, view);
-    return child;
+    return childWith(new PictureView(picture));
 }
 
 QTreeWidget *blockList(const NesterFile &file)
@@ -106,7 +93,6 @@ std::unique_ptr<MdiChild> makeChild(const NesterFile &file)
     splitter->setSizes({280, 640});
     std::unique_ptr<MdiChild> child = childWith(splitter);
     child->setFocusProxy(list);
-    addFit(*child, view);
     return child;
 }
 

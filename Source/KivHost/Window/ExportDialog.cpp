@@ -19,6 +19,7 @@
 #include <QListWidget>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QSettings>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -104,7 +105,7 @@ ExportDialog::ExportDialog(MainWindow &window, const DocumentMak &document,
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_pages);
     makeButtons(layout);
-    resize(kFirstWidth, kFirstHeight);
+    resize(QSize(kFirstWidth, kFirstHeight).boundedTo(screen()->availableGeometry().size()));
 
     const QString last = QSettings().value(QLatin1String(kFormatKey)).toString();
     const QList<QListWidgetItem *> found = m_list->findItems(last, Qt::MatchExactly);

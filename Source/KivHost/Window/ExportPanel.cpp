@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 #include <QLabel>
+#include <QScreen>
 #include <QScrollBar>
 #include <QVBoxLayout>
 
@@ -42,7 +43,8 @@ void ExportPanel::showPanel(QWidget *panel, const QString &text)
         panel->show();
         width = panel->minimumSizeHint().expandedTo(panel->minimumSize()).width();
     }
-    setMinimumWidth(qMax(minimumWidth(), width + verticalScrollBar()->sizeHint().width()));
+    setMinimumWidth(qMin(qMax(minimumWidth(), width + verticalScrollBar()->sizeHint().width()),
+        screen()->availableGeometry().width() / 2)); // above, it scrolls
 }
 
 void ExportPanel::release()

@@ -13,6 +13,7 @@
 #include "PluginLoader.h"
 #include "SettingsDialog.h"
 #include "Verbs.h"
+#include "Viewer/CutFileChild.h"
 #include "Viewer/Viewer.h"
 #include "WindowText.h"
 #include "WindowUserInterface.h"
@@ -149,6 +150,8 @@ void HostWindow::applySettings()
     for (QMdiSubWindow *subWindow : mdiArea()->subWindowList()) {
         if (auto *marker = qobject_cast<MarkerChild *>(subWindow->widget())) {
             marker->refresh();
+        } else if (auto *cutFile = qobject_cast<CutFileChild *>(subWindow->widget())) {
+            cutFile->refresh();
         }
     }
     if (!problems.isEmpty()) {

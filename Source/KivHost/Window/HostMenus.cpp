@@ -5,6 +5,7 @@
 #include "MarkerView.h"
 #include "WindowIcons.h"
 #include "WindowText.h"
+#include "ZoomableView.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -155,12 +156,12 @@ void HostWindow::addFillChoice(QMenu *menu)
 void HostWindow::makeViewMenu()
 {
     QMenu *menu = addMenu(*this, "&View");
-    addMarkerCommand(menu, "zoomIn", "Zoom &In", "Ctrl++", "Show less, but larger",
-        [](MarkerChild &marker) { marker.view()->zoomBy(kZoomStep); });
-    addMarkerCommand(menu, "zoomOut", "Zoom &Out", "Ctrl+-", "Show more, but smaller",
-        [](MarkerChild &marker) { marker.view()->zoomBy(1 / kZoomStep); });
-    addMarkerCommand(menu, "fit", "&Fit", "F", "Show the whole fabric",
-        [](MarkerChild &marker) { marker.view()->fit(); });
+    QAction *zoomIn = addCommand(menu, "zoomIn", "Zoom &In", "Ctrl++", "Show less, but larger",
+        [this] { activeView()->zoomBy(kZoomStep); });
+    zoomIn->setShortcuts({zoomIn->shortcut(), QKeySequence(QStringLiteral("Ctrl+="))});
+    addCommand(menu, "zoomOut", "Zoom &Out", "Ctrl+-", "Show more, but smaller",
+        [this] { activeView()->zoomBy(1 / kZoomStep); });
+    addCommand(menu, "fit", "&Fit", "F", "Show all that there is", [this] { activeView()->fit(); });
     addMarkerCommand(menu, "fitSelection", "Fit Se&lection", "Shift+F",
         "Show what is selected as large as it fits",
         [](MarkerChild &marker) { marker.fitSelection(); });

@@ -3,6 +3,7 @@
 #include "KivCore/Application.h"
 #include "MarkerChild.h"
 #include "WindowText.h"
+#include "ZoomableView.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -13,6 +14,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMimeData>
+#include <QScreen>
 #include <QSettings>
 #include <QStatusBar>
 #include <QTabBar>
@@ -90,6 +92,17 @@ void HostWindow::setExporterFactory(ExporterFactory *factory)
 MarkerChild *HostWindow::activeMarker() const
 {
     return qobject_cast<MarkerChild *>(activeMdiChild());
+}
+
+ZoomableView *HostWindow::activeView() const
+{
+    const MdiChild *child = activeMdiChild();
+    for (QWidget *part : child ? child->findChildren<QWidget *>() : QList<QWidget *>()) {
+        if (auto *view = dynamic_cast<ZoomableView *>(part)) {
+            return view;
+        }
+    }
+    return nullptr;
 }
 
 QStringList HostWindow::recentFiles() const
@@ -175,6 +188,9 @@ void HostWindow::updateActions()
     for (QAction *action : m_markerActions) {
         action->setEnabled(marker != nullptr);
     }
+    for (const char *name : {"zoomIn", "zoomOut", "fit"}) {
+        findChild<QAction *>(QLatin1String(name))->setEnabled(activeView() != nullptr);
+    }
     const bool selects = marker != nullptr && !marker->isZentrimView();
     for (const char *name : {"selectAll", "selectNone", "find", "fitSelection"}) {
         findChild<QAction *>(QLatin1String(name))->setEnabled(selects);
@@ -201,7 +217,7 @@ void HostWindow::storeWindow()
 void HostWindow::restoreWindow()
 {
     const QSettings settings;
-    resize(kFirstWidth, kFirstHeight);
+    resize(QSize(kFirstWidth, kFirstHeight).boundedTo(screen()->availableGeometry().size()));
     restoreGeometry(settings.value(QLatin1String(kGeometryKey)).toByteArray());
     restoreState(settings.value(QLatin1String(kStateKey)).toByteArray());
 }

@@ -19,6 +19,7 @@ namespace KivSystem {
 
 class ExporterFactory;
 class MarkerChild;
+class ZoomableView;
 struct SceneOptions;
 struct WindowOptions;
 
@@ -39,6 +40,9 @@ public:
 
     /// The active child if it shows a marker; null otherwise.
     MarkerChild *activeMarker() const;
+
+    /// The drawing of the active child; null where it has none.
+    ZoomableView *activeView() const;
 
     /// The latest first, absolute paths.
     QStringList recentFiles() const;

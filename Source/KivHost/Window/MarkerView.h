@@ -3,11 +3,13 @@
 #ifndef KIVHOST_MARKERVIEW_H
 #define KIVHOST_MARKERVIEW_H
 
+#include "ZoomableView.h"
+
 #include <QGraphicsView>
 
 namespace KivSystem {
 
-class MarkerView : public QGraphicsView
+class MarkerView : public QGraphicsView, public ZoomableView
 {
     Q_OBJECT
 
@@ -20,9 +22,9 @@ public:
 
     /// Pixels for a centimetre.
     double zoom() const { return transform().m11(); }
-    void zoomBy(double factor);
+    void zoomBy(double factor) override;
     /// All of the scene. It stays so when the view is resized, until somebody zooms or pans.
-    void fit();
+    void fit() override;
     void fit(const QRectF &rect);
     /// Moves the scene if nothing of the rectangle is in sight.
     void reveal(const QRectF &rect);

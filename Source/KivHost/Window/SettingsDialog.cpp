@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSettings>
@@ -112,7 +113,7 @@ SettingsDialog::SettingsDialog(QWidget *parent)
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(middle);
     layout->addWidget(m_buttons);
-    resize(kFirstWidth, kFirstHeight);
+    resize(QSize(kFirstWidth, kFirstHeight).boundedTo(screen()->availableGeometry().size()));
     updateOk();
 }
 
@@ -135,10 +136,12 @@ QWidget *SettingsDialog::makePage(const SettingsPage &page)
     }
     auto *area = new QScrollArea;
     area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus); // Tab goes from one control to the next
     area->setWidgetResizable(true);
     area->setWidget(content);
     area->setMinimumWidth(
-        content->minimumSizeHint().width() + area->verticalScrollBar()->sizeHint().width());
+        qMin(content->minimumSizeHint().width() + area->verticalScrollBar()->sizeHint().width(),
+            screen()->availableGeometry().width() / 2)); // above, it scrolls
     return area;
 }
 
