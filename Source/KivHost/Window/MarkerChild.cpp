@@ -59,9 +59,7 @@ MarkerChild::MarkerChild(std::unique_ptr<DocumentMak> document, const SceneOptio
     m_status->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_status->setWordWrap(true);
     m_status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    m_mouse = new QLabel(this);
     footer->addWidget(m_status, 1);
-    footer->addWidget(m_mouse);
     footer->setContentsMargins(6, 0, 6, 2);
 
     auto *layout = new QVBoxLayout(this);
@@ -132,6 +130,9 @@ QWidget *MarkerChild::makeHeader()
     layout->addWidget(m_fabrics);
     layout->addWidget(m_mode);
     layout->addWidget(m_messages, 1);
+    m_mouse = new QLabel(header); // not in the footer, whose height would change with it
+    m_mouse->setToolTip(windowText("The place under the mouse"));
+    layout->addWidget(m_mouse);
     return header;
 }
 
@@ -283,8 +284,14 @@ void MarkerChild::makeZentrimScene()
 
 void MarkerChild::showStatus()
 {
-    m_status->setText(statusText());
-    m_status->setToolTip(m_status->text());
+    const QString status = statusText();
+    const QChar space(QChar::Nbsp); // lines break between two facts alone
+    QString unbroken = status;
+    unbroken.replace(QLatin1Char(' '), space);
+    unbroken.replace(QLatin1Char(',') + QString(space), QStringLiteral(", "));
+    unbroken.replace(space + QString(space) + QLatin1Char('|'), QStringLiteral("  |"));
+    m_status->setText(unbroken);
+    m_status->setToolTip(status);
     const QStringList messages = m_zentrim ? m_zentrim->messages() : QStringList();
     m_messages->setText(
         messages.size() < 2
