@@ -1,5 +1,13 @@
+#include "CommandLineInterface.h"
+#include "CutRequests.h"
 #include "HostTestSupport.h"
+#include "KivCore/Application.h"
 #include "KivCore/MainWindow.h"
+#include "KivMarker/CutStatistics.h"
+#include "KivMarker/Document.h"
+#include "KivMarker/MarkerSettings.h"
+#include "KivMarker/ShareGlobales.h"
+#include "PluginLoader.h"
 #include "Verbs.h"
 #include "Viewer/CutFileChild.h"
 #include "Viewer/FileReaders.h"
@@ -9,6 +17,7 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QDomDocument>
 #include <QDoubleSpinBox>
 #include <QElapsedTimer>
 #include <QImage>
@@ -109,6 +118,76 @@ TEST(Viewer, CutFilesOfBothDialectsHaveTheLengthsAndCountsThatTheyWereWrittenWit
     EXPECT_EQ(sumOf(labels).toolChanges, 11);
     EXPECT_EQ(sumOf(labels).labels, 24);
     EXPECT_NEAR(labels.occupied, 430.5, 0.02);
+}
+
+// An ANSI file of the marker with these settings, beside the statistics of its documents.
+void compareWithExport(const QString &marker, const QStringList &assignments)
+{
+    const Folder folder;
+    KeptConsole kept;
+    auto interface = std::make_unique<CommandLineInterface>(kept.console);
+    CommandLineInterface &user = *interface;
+    const QDir plugins(KIV_BINARY_DIR "/bin/plugins");
+    const KivApplication application(std::move(interface), plugins);
+    ExportOptions options;
+    options.marker = marker;
+    options.formats = QStringList("Cut File ANSI");
+    options.directory = folder.path();
+    options.settings.assignments = assignments;
+    ASSERT_EQ(exportMarker(options, loadPlugin(plugins), user, kept.console), ExitDone) << kept.err;
+    CutStatistics written;
+    int moves = 0;
+    QDirIterator files(folder.path(), {"*.cut"}, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const CutProgram program = readAnsiCutFile(bytesOf(files.next()));
+        const CutSums sums = sumOf(program);
+        written.plunges += program.plunges;
+        written.holes += sums.drills;
+        written.frameAdvances += sums.advances;
+        written.cutLength += sums.cut;
+        written.idleLength += sums.idle;
+        moves += static_cast<int>(program.steps.size());
+    }
+
+    const RunSettings settings(options.settings, RunSettings::ReadOnly, kept.console);
+    const CutSettings &cut = CDbMarkerShareGlobales::instance()->cutSettings();
+    const std::unique_ptr<DocumentMak> document = loadMarker(marker);
+    CutStatistics sum;
+    for (const QDomDocument &part :
+        document->toSVG(cutRequestFor("ansi", *document->drawing()), 0)) {
+        const CutStatistics one = measureCuts(part, static_cast<NotchOrder>(cut.cutOrderCrans),
+            static_cast<CutLine>(cut.cutInternalOrder));
+        sum.plunges += one.plunges;
+        sum.holes += one.holes;
+        sum.frameAdvances += one.frameAdvances;
+        sum.cutLength += one.cutLength;
+        sum.idleLength += one.idleLength;
+    }
+    EXPECT_EQ(sum.plunges, written.plunges);
+    EXPECT_EQ(sum.holes, written.holes);
+    EXPECT_EQ(sum.frameAdvances, written.frameAdvances);
+    const double rounding = 3e-4; // of a file in 1/100 inch, its errors being of both signs
+    EXPECT_NEAR(sum.cutLength, written.cutLength, rounding * moves);
+    EXPECT_NEAR(sum.idleLength, written.idleLength, rounding * moves);
+}
+
+TEST(Viewer, AnExportedCutFileIsWhatTheStatisticsOfItsDocumentTell)
+{
+    const QStringList others[] = {{}, {"CutCommandM19=false", "CutInternalOrder=2"},
+        {"CutCuttingEdge=true", "CutInternalOrder=0"},
+        {"CutLabelM31=true", "CutExternalPunchHoles=true", "CutFabricEdge=true"},
+        {"CutCommandM69=true", "CutFusing=2", "MiniCutFileBlock=true", "CutBlocking=true"}};
+    for (const char *sample : {"tshirt", "trousers"}) {
+        for (int order = NotchNone; order <= NotchAfterOutline; ++order) {
+            for (const QStringList &other : others) {
+                SCOPED_TRACE(
+                    QString("%1, %2 %3").arg(sample).arg(order).arg(other.join(' ')).toStdString());
+                compareWithExport(tree + "/Samples/" + sample + ".mar",
+                    QStringList(other) << QString("CutOrderCrans=%1").arg(order));
+            }
+        }
+    }
+    MarkerSettings().apply();
 }
 
 TEST(Viewer, EveryExportedFileOfTheTreeIsReadAndShown)

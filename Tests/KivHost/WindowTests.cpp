@@ -13,6 +13,7 @@
 #include "PluginLoader.h"
 #include "ScriptedUserInterface.h"
 #include "Window/MarkerChild.h"
+#include "Window/MarkerItems.h"
 #include "Window/MarkerScene.h"
 #include "Window/MarkerView.h"
 #include "Window/PieceList.h"
@@ -24,6 +25,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDropEvent>
+#include <QGraphicsPathItem>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
@@ -307,6 +309,67 @@ TEST_F(WindowTest, ADrawingCountsAsOptimisedWhileItsZentrimViewIsShown)
     EXPECT_TRUE(isActive());
     close();
     EXPECT_FALSE(isActive());
+}
+
+template <class Item>
+std::vector<const Item *> visibleItems(const QGraphicsScene &scene)
+{
+    std::vector<const Item *> found;
+    for (const QGraphicsItem *item : scene.items()) {
+        const auto *wanted = dynamic_cast<const Item *>(item);
+        if (wanted != nullptr && wanted->isVisible()) {
+            found.push_back(wanted);
+        }
+    }
+    return found;
+}
+
+TEST_F(WindowTest, ZentrimDrawsTheIdleWaysThatItCountsAndObeysTheViewOptions)
+{
+    CDbMarkerShareGlobales &globals = *CDbMarkerShareGlobales::instance();
+    MarkerChild &child = open(kTrousers);
+    const CutSettings before = globals.cutSettings();
+    CutSettings settings = before;
+    settings.cutOrderCrans = NotchDuringOutline;
+    settings.cutExternalPunchHoles = true;
+    settings.cutFabricEdge = true;
+    settings.penCutInfos = true;
+    settings.cutFusing = NC::CutBlockOutlineOnly; // outlines of blocks around those of pieces
+    settings.miniCutFileBlock = true;
+    globals.setCutSettings(settings);
+    child.setZentrimView(true);
+    const auto *scene = qobject_cast<ZentrimScene *>(child.view()->scene());
+    ASSERT_NE(scene, nullptr);
+    double idle = 0;
+    for (const auto *path : visibleItems<QGraphicsPathItem>(*scene)) {
+        idle += path->pen().style() == Qt::DashLine ? path->path().length() : 0;
+    }
+    const QString told = KivLocale().formatLength(idle, KivLocale::WithUnit);
+    EXPECT_TRUE(scene->summary().contains("idle " + told + ",")) << told << scene->summary();
+
+    const auto texts = visibleItems<SceneTextItem>(*scene).size();
+    const auto lines = visibleItems<QGraphicsPathItem>(*scene).size();
+    SceneOptions options;
+    options.texts = options.notches = false;
+    for (int round = 0; round < 2; ++round) { // also in a scene that comes up with them
+        child.setOptions(options);
+        child.setZentrimView(round == 0);
+        child.setZentrimView(true);
+        scene = qobject_cast<ZentrimScene *>(child.view()->scene());
+        const auto numbers = visibleItems<SceneTextItem>(*scene);
+        EXPECT_LT(visibleItems<QGraphicsPathItem>(*scene).size(), lines);
+        EXPECT_LT(numbers.size(), texts);
+        ASSERT_EQ(numbers.size(), static_cast<std::size_t>(scene->objectCount()));
+        for (const SceneTextItem *one : numbers) {
+            for (const SceneTextItem *other : numbers) {
+                const QPointF way = one->boundingRect().center() - other->boundingRect().center();
+                EXPECT_TRUE(one == other || way.manhattanLength() > 2); // cm
+            }
+        }
+    }
+    child.setOptions({});
+    EXPECT_EQ(visibleItems<SceneTextItem>(*scene).size(), texts);
+    globals.setCutSettings(before);
 }
 
 TEST_F(WindowTest, AMarkerThatWasStoredOptimisedStaysSo)

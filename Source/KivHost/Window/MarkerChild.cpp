@@ -197,6 +197,9 @@ void MarkerChild::setOptions(const SceneOptions &options)
         m_scene->setOptions(options);
         m_list->showColours(*m_scene);
     }
+    if (m_zentrim) {
+        m_zentrim->setOptions(options);
+    }
 }
 
 void MarkerChild::showPieceList(bool shown)
@@ -277,7 +280,7 @@ void MarkerChild::makeScenes()
 void MarkerChild::makeZentrimScene()
 {
     const WaitCursor cursor;
-    auto scene = std::make_unique<ZentrimScene>(*m_document, m_fabric);
+    auto scene = std::make_unique<ZentrimScene>(*m_document, m_fabric, m_options);
     m_view->showScene(scene.get());
     m_zentrim = std::move(scene);
 }

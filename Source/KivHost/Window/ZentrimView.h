@@ -6,6 +6,9 @@
 #include <QGraphicsScene>
 #include <QStringList>
 
+#include <functional>
+#include <vector>
+
 class QDomDocument;
 class QDomElement;
 class QPainterPath;
@@ -14,6 +17,8 @@ namespace KivSystem {
 
 class CDbMarkerDrawing;
 class DocumentMak;
+struct CutStatistics;
+struct SceneOptions;
 
 /// While it lives the drawing counts as optimised, and it goes back to what it was. The host's
 /// Zentrim view is active as long as any hold lives.
@@ -32,14 +37,20 @@ private:
 };
 
 /// Outlines, notches, internal lines, holes, pen texts, waste cuts, the number of each object in
-/// cutting order, and the way from one to the next, dashed. Centimetres, y upward.
+/// cutting order, and the ways with the tool up, dashed: from a ring at the origin, the first with
+/// an arrow, to a square. Centimetres, y upward.
 class ZentrimScene : public QGraphicsScene
 {
     Q_OBJECT
 
 public:
     /// Makes the documents of a 1-based fabric with the settings and flags of this moment.
-    ZentrimScene(const DocumentMak &document, short fabric, QObject *parent = nullptr);
+    ZentrimScene(const DocumentMak &document, short fabric, const SceneOptions &options,
+        QObject *parent = nullptr);
+    ~ZentrimScene() override;
+
+    /// Hides texts, and notches and holes. Colours are not for this scene.
+    void setOptions(const SceneOptions &options);
 
     int objectCount() const { return m_objects; }
     bool isRefused() const { return m_refused; }
@@ -49,16 +60,28 @@ public:
     QString summary() const { return m_summary; }
 
 private:
-    struct Way;
+    struct Number;
+    struct ObjectCuts;
 
+    static ObjectCuts cutsOf(const QDomElement &object);
     void addCloth(const CDbMarkerDrawing &drawing, short fabric);
-    void addDocument(const QDomDocument &document);
-    void addObject(const QDomElement &object, Way &way);
+    void addDocument(const QDomDocument &document, CutStatistics &sum);
+    void addObject(const QDomElement &object);
+    void addNumber(const ObjectCuts &cuts);
+    void showNumbers();
+    static void makeWay(
+        Number &number, const std::function<bool(const QRectF &, bool offOthers)> &isFree);
+    void addHoles(const QPainterPath &holes);
     void addTexts(const QDomElement &object);
-    void addOthers(const QDomElement &root, QPainterPath &holes);
-    void measure(const QVector<QDomDocument> &documents);
+    void addOthers(const QDomElement &root);
+    void addWay(const QDomDocument &document, CutStatistics &sum);
+    QGraphicsItem *addSign(const QPainterPath &shape, const QPointF &place, const QColor &color);
+    void summarise(const CutStatistics &sum);
 
-    QRectF m_extent; // of cloth and outlines
+    std::vector<Number> m_numbers;          // until they are shown
+    std::vector<QGraphicsItem *> m_texts;   // the scene's, like those of the next
+    std::vector<QGraphicsItem *> m_details; // notches and holes
+    QRectF m_extent;                        // of cloth and outlines
     int m_objects = 0;
     bool m_refused = false;
     QStringList m_messages;

@@ -1,23 +1,31 @@
 #include "KivMarker/CutStatistics.h"
 
 #include "CutDocument/CutPlan.h"
+#include "KivMarker/ShareGlobales.h"
 
 #include <QDomDocument>
+#include <QRegularExpression>
+
+#include <algorithm>
 
 namespace KivSystem {
 namespace {
 
 CutPath pathOf(const QString &data)
 {
+    static const QRegularExpression separators(QStringLiteral("[ML,\\s]+"));
+    const QVector<QStringRef> numbers = data.splitRef(separators, Qt::SkipEmptyParts);
     CutPath path;
-    const QStringList parts = data.split(QRegExp(QStringLiteral("M|L")), Qt::SkipEmptyParts);
-    for (const QString &part : parts) {
-        const QStringList numbers = part.trimmed().split(QLatin1Char(','));
-        if (numbers.size() == 2) {
-            path.emplace_back(numbers[0].toDouble(), numbers[1].toDouble());
-        }
+    for (int i = 0; i + 1 < numbers.size(); i += 2) {
+        path.emplace_back(numbers[i].toDouble(), numbers[i + 1].toDouble());
     }
     return path;
+}
+
+GeoPoint2D placeOf(const QDomElement &element, const char *x, const char *y)
+{
+    return {element.attribute(QLatin1String(x)).toDouble(),
+        element.attribute(QLatin1String(y)).toDouble()};
 }
 
 template <class Visit>
@@ -33,75 +41,88 @@ void forEachChild(const QDomElement &parent, const char *tag, const Visit &visit
 class Tool
 {
 public:
-    explicit Tool(CutStatistics &statistics) : m_statistics(statistics) {}
+    Tool(CutStatistics &statistics, const CutVisitor &visitor)
+        : m_statistics(statistics)
+        , m_visitor(visitor)
+    {}
 
     void moveTo(const GeoPoint2D &place)
     {
-        m_statistics.idleLength += distance(m_place, place);
-        m_place = place;
+        lift();
+        go(CutMove::Idle, place, m_statistics.idleLength);
+    }
+    void lift() { m_isDown = false; }
+    void plunge()
+    {
+        if (!m_isDown) {
+            m_isDown = true;
+            ++m_statistics.plunges;
+            report(CutMove::Plunge, m_place);
+        }
     }
     void cutTo(const GeoPoint2D &place)
     {
-        m_statistics.cutLength += distance(m_place, place);
-        m_place = place;
+        plunge();
+        go(CutMove::Cut, place, m_statistics.cutLength);
     }
     void punch(const GeoPoint2D &place)
     {
         moveTo(place);
         ++m_statistics.holes;
-    }
-    void plungeAt(const GeoPoint2D &place)
-    {
-        moveTo(place);
-        ++m_statistics.plunges;
+        report(CutMove::Punch, place);
     }
     void cut(const CutPath &path)
     {
         if (path.size() < 2) {
             return;
         }
-        plungeAt(path.front());
-        for (std::size_t i = 1; i < path.size(); ++i) {
-            cutTo(path[i]);
-        }
+        moveTo(path.front());
+        std::for_each(
+            path.begin() + 1, path.end(), [this](const GeoPoint2D &place) { cutTo(place); });
     }
-    // Breaks the outline off where a notch starts, and goes on from there.
-    void cut(const CutPath &outline, const std::vector<CutPath> &notches)
-    {
-        auto notch = notches.begin();
-        plungeAt(outline.front());
-        for (std::size_t i = 1; i < outline.size(); ++i) {
-            cutTo(outline[i]);
-            if (notch != notches.end() && distance(outline[i], notch->front()) == 0) {
-                for (std::size_t k = 1; k < notch->size(); ++k) {
-                    cutTo((*notch)[k]);
-                }
-                ++notch;
-                plungeAt(outline[i]);
-            }
-        }
-    }
-    void liftAndPlunge(int times) { m_statistics.plunges += times; }
 
 private:
+    void go(CutMove::Kind kind, const GeoPoint2D &place, double &length)
+    {
+        const double way = distance(m_place, place);
+        if (way > 0) {
+            length += way;
+            report(kind, place);
+        }
+    }
+    void report(CutMove::Kind kind, const GeoPoint2D &place)
+    {
+        if (m_visitor) {
+            m_visitor({kind, m_place, place});
+        }
+        m_place = place;
+    }
+
     CutStatistics &m_statistics;
+    const CutVisitor &m_visitor;
     GeoPoint2D m_place;
+    bool m_isDown = false;
+};
+
+// An outline with its notches.
+struct OutlinePaths
+{
+    CutPath outline;
+    std::vector<CutPath> notches;
+    std::vector<std::size_t> lifts; // points in front of which the knife comes up and goes down
 };
 
 struct ObjectPaths
 {
     std::vector<CutPath> holes;
     std::vector<CutPath> internals;
-    std::vector<CutPath> notches; // of all outlines
-    std::vector<CutPath> outlines;
-    std::vector<std::vector<CutPath>> notchesOf; // of each outline
-    int lifts = 0;
+    std::vector<OutlinePaths> outlines;
 };
 
 ObjectPaths pathsOf(const QDomElement &object)
 {
     ObjectPaths paths;
-    std::vector<CutPath> run;
+    OutlinePaths next;
     forEachChild(object, "path", [&](const QDomElement &path) {
         const QString kind = path.attribute(QStringLiteral("t"));
         if (path.hasAttribute(QStringLiteral("drill"))) {
@@ -109,75 +130,132 @@ ObjectPaths pathsOf(const QDomElement &object)
         } else if (kind == QLatin1String("internal")) {
             paths.internals.push_back(pathOf(path.text()));
         } else if (kind == QLatin1String("notch")) {
-            run.push_back(pathOf(path.text()));
-            paths.notches.push_back(run.back());
+            next.notches.push_back(pathOf(path.text()));
         } else if (kind == QLatin1String("outline")) {
-            paths.outlines.push_back(pathOf(path.text()));
-            paths.notchesOf.push_back(std::move(run));
-            run.clear();
-            paths.lifts += path.attribute(QStringLiteral("LiftPlunge"))
-                               .split(QLatin1Char(' '), Qt::SkipEmptyParts)
-                               .size();
+            next.outline = pathOf(path.text());
+            for (const QString &lift : path.attribute(QStringLiteral("LiftPlunge"))
+                                           .split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+                next.lifts.push_back(lift.toUInt());
+            }
+            paths.outlines.push_back(std::move(next));
+            next = {};
         }
     });
     return paths;
 }
 
-void cutAll(Tool &tool, const std::vector<CutPath> &paths)
+// The cuts of an object in one order.
+class ObjectWalk
 {
-    for (const CutPath &path : paths) {
-        tool.cut(path);
+public:
+    ObjectWalk(Tool &tool, NotchOrder notches, CutLine internals)
+        : m_tool(tool)
+        , m_notches(notches)
+        , m_internals(internals)
+    {
+        const CutSettings &settings = CDbMarkerShareGlobales::instance()->cutSettings();
+        m_staysDown = settings.cutCommandM19 &&
+                      (notches == NotchDuringOutline ||
+                          (notches == NotchBeforeOutline && settings.cutCuttingEdge));
     }
-}
 
-void cutObject(Tool &tool, const ObjectPaths &paths, NotchOrder notches, CutLine internalLines)
-{
-    for (const CutPath &hole : paths.holes) {
-        tool.punch(hole.front());
+    void cut(const ObjectPaths &paths)
+    {
+        for (const CutPath &hole : paths.holes) {
+            m_tool.punch(hole.front());
+        }
+        cutInternals(paths, CutLineBeforeOutline);
+        cutNotches(paths, NotchBeforeOutline);
+        for (const OutlinePaths &outline : paths.outlines) {
+            cutOutline(outline);
+        }
+        cutNotches(paths, NotchAfterOutline);
+        cutInternals(paths, CutLineAfterOutline);
     }
-    if (internalLines == CutLineBeforeOutline) {
-        cutAll(tool, paths.internals);
-    }
-    if (notches == NotchBeforeOutline) {
-        cutAll(tool, paths.notches);
-    }
-    for (std::size_t i = 0; i < paths.outlines.size(); ++i) {
-        if (notches == NotchDuringOutline) {
-            tool.cut(paths.outlines[i], paths.notchesOf[i]);
-        } else {
-            tool.cut(paths.outlines[i]);
+
+private:
+    void cutInternals(const ObjectPaths &paths, CutLine order)
+    {
+        for (const CutPath &line : paths.internals) {
+            if (m_internals == order) {
+                m_tool.cut(line);
+            }
         }
     }
-    tool.liftAndPlunge(paths.lifts);
-    if (notches == NotchAfterOutline) {
-        cutAll(tool, paths.notches);
-    }
-    if (internalLines == CutLineAfterOutline) {
-        cutAll(tool, paths.internals);
-    }
-}
 
-} // namespace
+    void cutNotches(const ObjectPaths &paths, NotchOrder order)
+    {
+        for (const OutlinePaths &outline : paths.outlines) {
+            for (const CutPath &notch : outline.notches) {
+                if (m_notches == order && notch.size() > 1) {
+                    m_tool.moveTo(notch.front());
+                    cutLegs(notch);
+                }
+            }
+        }
+    }
 
-CutStatistics measureCuts(const QDomDocument &document, NotchOrder notches, CutLine internalLines)
+    // Each leg plunges unless the knife is down. The command of the second leg of a notch during
+    // the outline lifts the knife behind it.
+    void cutLegs(const CutPath &notch)
+    {
+        for (std::size_t i = 1; i < notch.size(); ++i) {
+            m_tool.cutTo(notch[i]);
+            if ((i == 1 && !m_staysDown) || (i == 2 && m_notches == NotchDuringOutline)) {
+                m_tool.lift();
+            }
+        }
+    }
+
+    // A notch during the outline starts where the outline comes to its base for the last time; a
+    // move leads back from its end to the base, which stands there twice.
+    void cutOutline(const OutlinePaths &paths)
+    {
+        const CutPath &outline = paths.outline;
+        auto next = outline.begin();
+        auto lift = paths.lifts.begin();
+        const auto cutUpTo = [&](CutPath::const_iterator stop) {
+            for (const auto start = next; next != stop; ++next) {
+                if (lift != paths.lifts.end() &&
+                    static_cast<std::size_t>(next - outline.begin()) == *lift) {
+                    ++lift;
+                    m_tool.lift();
+                    m_tool.plunge();
+                }
+                if (next == start) {
+                    m_tool.moveTo(*next);
+                } else {
+                    m_tool.cutTo(*next);
+                }
+            }
+        };
+        for (const CutPath &notch : paths.notches) {
+            if (m_notches == NotchDuringOutline && notch.size() > 1) {
+                const auto base = std::find_if(outline.rbegin(), std::make_reverse_iterator(next),
+                    [&](const GeoPoint2D &place) { return distance(place, notch.front()) == 0; });
+                if (base != std::make_reverse_iterator(next)) {
+                    cutUpTo(base.base() - 1);
+                } else {
+                    m_tool.moveTo(notch.front());
+                }
+                cutLegs(notch);
+            }
+        }
+        cutUpTo(outline.end());
+    }
+
+    Tool &m_tool;
+    NotchOrder m_notches;
+    CutLine m_internals;
+    bool m_staysDown; // at the tip of a notch
+};
+
+// A cut from the cloth's edge has one open end: its start stands in one element, its end in the
+// next.
+void cutWaste(Tool &tool, const QDomElement &scrap)
 {
-    CutStatistics statistics;
-    Tool tool(statistics);
-    const QDomElement root = document.documentElement();
-    forEachChild(root.firstChildElement(QStringLiteral("external")), "circle",
-        [&](const QDomElement &circle) {
-            tool.punch({circle.attribute(QStringLiteral("cx")).toDouble(),
-                circle.attribute(QStringLiteral("cy")).toDouble()});
-        });
-    forEachChild(root, "object", [&](const QDomElement &object) {
-        ++statistics.objects;
-        cutObject(tool, pathsOf(object), notches, internalLines);
-    });
-    forEachChild(root, "M69", [&](const QDomElement &) { ++statistics.frameAdvances; });
-
-    // A cut with one open end: its start stands in one element, its end in the next.
     CutPath open;
-    forEachChild(root.firstChildElement(QStringLiteral("scrap")), "s", [&](const QDomElement &cut) {
+    forEachChild(scrap, "s", [&](const QDomElement &cut) {
         const CutPath path = pathOf(cut.text());
         open.insert(open.end(), path.begin(), path.end());
         if (open.size() == 2) {
@@ -185,6 +263,28 @@ CutStatistics measureCuts(const QDomDocument &document, NotchOrder notches, CutL
             open.clear();
         }
     });
+}
+
+} // namespace
+
+CutStatistics measureCuts(const QDomDocument &document, NotchOrder notches, CutLine internalLines,
+    const CutVisitor &visitor)
+{
+    CutStatistics statistics;
+    Tool tool(statistics, visitor);
+    const QDomElement root = document.documentElement();
+    forEachChild(root.firstChildElement(QStringLiteral("external")), "circle",
+        [&](const QDomElement &circle) { tool.punch(placeOf(circle, "cx", "cy")); });
+    ObjectWalk walk(tool, notches, internalLines);
+    forEachChild(root, "object", [&](const QDomElement &object) {
+        ++statistics.objects;
+        if (object.hasAttribute(QStringLiteral("label"))) {
+            tool.moveTo(placeOf(object, "centreX", "centreY"));
+        }
+        walk.cut(pathsOf(object));
+    });
+    forEachChild(root, "M69", [&](const QDomElement &) { ++statistics.frameAdvances; });
+    cutWaste(tool, root.firstChildElement(QStringLiteral("scrap")));
     return statistics;
 }
 
