@@ -8,6 +8,9 @@
 #include "KivMarker/Document.h"
 #include "NestingExport.h"
 
+#include <QMap>
+#include <QRegularExpression>
+
 #include <boost/pointer_cast.hpp>
 
 namespace KivSystem {
@@ -30,6 +33,28 @@ void tellCutMessages(const FileFormat &format, const DocumentMak &document, cons
 }
 
 } // namespace
+
+// The extension that machines and programs expect, which is not always the one that the format's
+// filter names first.
+QString extensionOf(const FileFormat &format)
+{
+    static const QMap<QString, QString> extensions = {
+        {QStringLiteral("kiv_txt"), QStringLiteral("txt")},
+        {QStringLiteral("txt"), QStringLiteral("txt")},
+        {QStringLiteral("cut_ansi"), QStringLiteral("cut")},
+        {QStringLiteral("cut_eastman"), QStringLiteral("cut")},
+        {QStringLiteral("cut_labels"), QStringLiteral("txt")},
+        {QStringLiteral("dxf_nester"), QStringLiteral("dxf")},
+        {QStringLiteral("ill_tm"), QStringLiteral("ai")},
+    };
+    static const QRegularExpression firstPattern(QStringLiteral("\\*\\.(\\w+)"));
+    const auto known = extensions.constFind(format.tag);
+    if (known != extensions.constEnd()) {
+        return *known;
+    }
+    const QRegularExpressionMatch match = firstPattern.match(format.filter);
+    return match.hasMatch() ? match.captured(1) : QStringLiteral("txt");
+}
 
 std::vector<FileFormat> offeredFormats(const ExporterFactory &factory)
 {

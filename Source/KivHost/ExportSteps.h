@@ -25,6 +25,9 @@ using Tell = std::function<void(const QString &sentence)>;
 /// In the order of the factory.
 std::vector<FileFormat> offeredFormats(const ExporterFactory &factory);
 
+/// Of the format's files, without a full stop: "cut".
+QString extensionOf(const FileFormat &format);
+
 /// Null for a format that the factory names but cannot serve.
 boost::shared_ptr<Exporter<DocumentMak>> makeExporter(
     ExporterFactory &factory, const QString &format);

@@ -11,8 +11,6 @@
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QMap>
-#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -42,28 +40,6 @@ std::vector<FileFormat> chosenFormats(const ExportOptions &options, const Export
         }
     }
     return chosen;
-}
-
-// A format's files have the extension that its machines and programs expect, which is not always
-// the one that its save dialog proposes first.
-QString extensionOf(const FileFormat &format)
-{
-    static const QMap<QString, QString> extensions = {
-        {QStringLiteral("kiv_txt"), QStringLiteral("txt")},
-        {QStringLiteral("txt"), QStringLiteral("txt")},
-        {QStringLiteral("cut_ansi"), QStringLiteral("cut")},
-        {QStringLiteral("cut_eastman"), QStringLiteral("cut")},
-        {QStringLiteral("cut_labels"), QStringLiteral("txt")},
-        {QStringLiteral("dxf_nester"), QStringLiteral("dxf")},
-        {QStringLiteral("ill_tm"), QStringLiteral("ai")},
-    };
-    static const QRegularExpression firstPattern(QStringLiteral("\\*\\.(\\w+)"));
-    const auto known = extensions.constFind(format.tag);
-    if (known != extensions.constEnd()) {
-        return *known;
-    }
-    const QRegularExpressionMatch match = firstPattern.match(format.filter);
-    return match.hasMatch() ? match.captured(1) : QStringLiteral("txt");
 }
 
 // The exports of one run, and what becomes of them.

@@ -492,18 +492,31 @@ void restoreMarkerSettings(const Console &console)
     knownSettings() = values;
 }
 
+void dropMarkerSettings()
+{
+    knownSettings().apply();
+}
+
 void storeMarkerSettings()
 {
     QSettings store;
-    const MarkerSettings values = MarkerSettings::current();
+    MarkerSettings values = MarkerSettings::current();
     for (const MarkerSettingDescription &description : markerSettingDescriptions()) {
         const Setting setting = markerSetting(description);
         const double value = description.valueIn(values);
         // Another program may have stored something since: that stays.
-        if (value != description.valueIn(knownSettings())) {
-            store.setValue(setting.key, setting.type.parse(textOf(description, value)));
+        const double known = description.valueIn(knownSettings());
+        if (value == known) {
+            continue;
+        }
+        const QVariant kept = setting.type.parse(textOf(description, value));
+        if (kept.isValid()) {
+            store.setValue(setting.key, kept);
+        } else { // out of its range, from a field that nobody checks while it is disabled
+            description.write(values, known);
         }
     }
+    values.apply();
     knownSettings() = values;
 }
 

@@ -140,6 +140,9 @@ void restoreMarkerSettings(const Console &console);
 /// came from there.
 void storeMarkerSettings();
 
+/// Gives the library back what it had when they were restored or stored last.
+void dropMarkerSettings();
+
 } // namespace KivSystem
 
 #endif

@@ -226,10 +226,14 @@ TEST_F(ExportDialogTest, ChoicesOfAPanelOutliveTheProgram)
         QSettings().setValue("plot/spaceLayers", "5");
         in<QDoubleSpinBox>(dialog, "spinScaleX").setValue(98.5);
         in<QCheckBox>(dialog, "checkLabels").setChecked(true);
+        in<QLineEdit>(dialog, "editGeneratePoint").setText("5"); // disabled, and out of its range
     });
     readReport();
     run();
     EXPECT_EQ(seen.files.size(), 2);
+    EXPECT_TRUE(user->proposals.value(0).endsWith("Twill sand.cut"));
+    EXPECT_FALSE(QSettings().contains("cut/CutInterPointsFreq"));
+    EXPECT_GT(CDbMarkerShareGlobales::instance()->getCutInterPointsFreq(), 5);
 
     CDbMarkerShareGlobales::instance()->setCutScaleX(100); // as a program starts
     KeptConsole kept;
@@ -257,6 +261,7 @@ TEST_F(ExportDialogTest, APanelWithAWrongValueKeepsTheDialogOpen)
     choose("Cut File ANSI", [](QWidget &dialog) {
         in<QLineEdit>(dialog, "editThreshold").setText("300 cm");
         in<QLineEdit>(dialog, "editCutterLengthX").setText("200 cm");
+        in<QDoubleSpinBox>(dialog, "spinScaleX").setValue(50);
     });
     driver.then("QMessageBox", [](QWidget &box) { press(box, "OK"); });
     driver.then("formats", [](QWidget &dialog) {
@@ -265,6 +270,7 @@ TEST_F(ExportDialogTest, APanelWithAWrongValueKeepsTheDialogOpen)
     });
     run();
     EXPECT_EQ(user->proposals, QStringList());
+    EXPECT_EQ(CDbMarkerShareGlobales::instance()->getCutScaleX(), 100) << "nothing of it is kept";
 }
 
 TEST_F(ExportDialogTest, CancellingAnyQuestionLeavesNothing)

@@ -250,6 +250,7 @@ bool ExportDialog::askExporter(
     }
     QWidget *panel = exporter.optionsPanel();
     if (!closeOptionsPanel(panel)) {
+        dropMarkerSettings(); // a panel that refuses has written a part of its values
         return false;
     }
     if (panel != nullptr && panel->property("prefOptions").isValid()) {
@@ -297,6 +298,7 @@ void ExportDialog::startExport()
         m_exporters.erase(chosenFormat());
         showPage(ChoosePage);
         showChosenFormat();
+        m_list->setFocus();
         return;
     }
     report.remarks = remarks + report.remarks;

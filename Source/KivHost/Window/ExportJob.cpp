@@ -84,6 +84,11 @@ QString ExportJob::stageFile(const QString &path)
     }
 }
 
+QString ExportJob::extension() const
+{
+    return extensionOf(m_format);
+}
+
 void ExportJob::noteCancelled()
 {
     m_report.wasCancelled = true;

@@ -41,6 +41,7 @@ public:
 
     bool beginFile() override;
     QString stageFile(const QString &path) override;
+    QString extension() const override;
     void noteCancelled() override;
     void noteWarning(const QString &sentence) override;
     QWidget *dialogParent() override { return m_dialogParent; }

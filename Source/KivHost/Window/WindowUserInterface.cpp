@@ -6,6 +6,8 @@
 #include <QFileInfo>
 #include <QSettings>
 
+#include <algorithm>
+
 namespace KivSystem {
 
 namespace {
@@ -20,6 +22,13 @@ QString proposedPath(const QString &directory, QString name)
     }
     name.replace(QLatin1Char('/'), QLatin1Char('_'));
     return directory.isEmpty() || !QDir(directory).exists() ? name : QDir(directory).filePath(name);
+}
+
+int filterFor(const QStringList &filters, const QString &extension)
+{
+    const auto found = std::find_if(filters.begin(), filters.end(),
+        [&](const QString &filter) { return filter.contains(QLatin1Char('*') + extension); });
+    return found != filters.end() ? static_cast<int>(found - filters.begin()) : 0;
 }
 
 } // namespace
@@ -41,8 +50,17 @@ QString WindowUserInterface::getSaveFileName(const QStringList &filters, const Q
     }
     QSettings settings;
     const QString directory = settings.value(QLatin1String(kDirectoryKey)).toString();
-    const QString path = askForFile(
-        filters, title, proposedPath(directory, proposedName), selectedFilter, parentFor(parent));
+    QString proposal = proposedPath(directory, proposedName);
+    int filter = selectedFilter != nullptr ? *selectedFilter : 0;
+    if (m_listener != nullptr) { // a name may have a full stop, and the first filter is for texts
+        const QString extension = QLatin1Char('.') + m_listener->extension();
+        proposal += extension;
+        filter = filterFor(filters, extension);
+    }
+    const QString path = askForFile(filters, title, proposal, &filter, parentFor(parent));
+    if (selectedFilter != nullptr) {
+        *selectedFilter = filter;
+    }
     if (path.isEmpty()) {
         if (m_listener != nullptr) {
             m_listener->noteCancelled();

@@ -16,6 +16,8 @@ public:
     virtual bool beginFile() = 0;
     /// The user chose `path`. Returns where to write it, empty to count as cancelled.
     virtual QString stageFile(const QString &path) = 0;
+    /// Of the files that are asked for: "cut".
+    virtual QString extension() const = 0;
     /// The user cancelled a dialog of the format.
     virtual void noteCancelled() = 0;
     /// The format told the user something.
