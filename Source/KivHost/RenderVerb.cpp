@@ -3,14 +3,16 @@
 #include "KivMarker/Document.h"
 #include "KivMarker/Drawing.h"
 #include "Verbs.h"
-#include "Viewer/MarkerPicture.h"
 #include "Viewer/PicturePainter.h"
 #include "Viewer/ViewedFile.h"
+#include "Window/MarkerScene.h"
 
 #include <QBuffer>
 #include <QFileInfo>
+#include <QPainter>
 #include <QRegularExpression>
 #include <QSaveFile>
+#include <QSvgGenerator>
 
 #include <algorithm>
 #include <cmath>
@@ -46,9 +48,11 @@ QSize askedSize(const QString &text)
 }
 
 // As wide as usual, and as high as the picture asks for within reason.
-QSize usualSize(const Picture &picture)
+QSize sizeFor(const QRectF &bounds, const QSize &asked)
 {
-    const QRectF bounds = picture.bounds();
+    if (!asked.isEmpty()) {
+        return asked;
+    }
     const double share = bounds.width() > 0 ? bounds.height() / bounds.width() : 1;
     return {kUsualWidth, static_cast<int>(std::lround(kUsualWidth * qBound(0.2, share, 1.2)))};
 }
@@ -58,7 +62,65 @@ bool isMarker(const QString &path)
     return QFileInfo(path).suffix().compare(QLatin1String("mar"), Qt::CaseInsensitive) == 0;
 }
 
-Picture markerPicture(const RenderOptions &options)
+[[noreturn]] void refuseEmpty(const RenderOptions &options)
+{
+    throw HostError(ExitFailed, QStringLiteral("%1: there is nothing to draw").arg(options.file));
+}
+
+QByteArray pngOf(const QImage &image)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    if (!image.save(&buffer, "PNG")) {
+        throw HostError(ExitFailed, QStringLiteral("the picture cannot be made a PNG file"));
+    }
+    return bytes;
+}
+
+QByteArray encodedFile(const RenderOptions &options, const QSize &asked, bool isSvg)
+{
+    const Picture picture = pictureOf(readExportedFile(options.file));
+    if (picture.bounds().isNull()) {
+        refuseEmpty(options);
+    }
+    const QSize size = sizeFor(picture.bounds(), asked);
+    return isSvg ? svgOf(picture, size) : pngOf(imageOf(picture, size));
+}
+
+// y of a scene is upward.
+void paintScene(QPaintDevice &device, QGraphicsScene &scene, const QSize &size)
+{
+    QPainter painter(&device);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::TextAntialiasing);
+    painter.fillRect(QRect({}, size), Qt::white);
+    painter.translate(0, size.height());
+    painter.scale(1, -1);
+    scene.render(&painter, QRectF({}, size));
+}
+
+QByteArray svgOf(QGraphicsScene &scene, const QSize &size)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    QSvgGenerator generator;
+    generator.setOutputDevice(&buffer);
+    generator.setSize(size);
+    generator.setViewBox(QRect({}, size));
+    generator.setTitle(QString());
+    generator.setDescription(QString());
+    paintScene(generator, scene, size);
+    // Its size is told in whole hundredths of a millimetre, which are no whole pixels.
+    static const QRegularExpression told(QStringLiteral("width=\"[^\"]*\" height=\"[^\"]*\""));
+    QString text = QString::fromUtf8(bytes);
+    const QRegularExpressionMatch match = told.match(text);
+    text.replace(match.capturedStart(), match.capturedLength(),
+        QStringLiteral("width=\"%1\" height=\"%2\"").arg(size.width()).arg(size.height()));
+    return text.toUtf8();
+}
+
+QByteArray encodedMarker(const RenderOptions &options, const QSize &asked, bool isSvg)
 {
     const std::unique_ptr<DocumentMak> document = loadMarker(options.file);
     const CDbMarkerDrawing &drawing = *document->drawing();
@@ -68,23 +130,24 @@ Picture markerPicture(const RenderOptions &options)
                    .arg(number)
                    .arg(drawing.getFabricsQty()));
     }
-    SceneOptions scene;
-    scene.fill = SceneOptions::ByColour;
-    return pictureOf(drawing, *drawing.getFabric(static_cast<short>(number - 1)), scene);
-}
-
-QByteArray encoded(const Picture &picture, const QSize &size, bool isSvg)
-{
+    SceneOptions shown;
+    shown.fill = SceneOptions::BySize;
+    MarkerScene scene(drawing, *drawing.getFabric(static_cast<short>(number - 1)), shown);
+    if (scene.pieces().empty()) {
+        refuseEmpty(options);
+    }
+    const QSize size = sizeFor(scene.sceneRect(), asked);
     if (isSvg) {
-        return svgOf(picture, size);
+        return svgOf(scene, size);
     }
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    if (!imageOf(picture, size).save(&buffer, "PNG")) {
-        throw HostError(ExitFailed, QStringLiteral("the picture cannot be made a PNG file"));
+    QImage image(size, QImage::Format_RGB32);
+    if (image.isNull()) {
+        throw HostError(ExitFailed, QStringLiteral("a picture of %1x%2 does not fit into memory")
+                                        .arg(size.width())
+                                        .arg(size.height()));
     }
-    return bytes;
+    paintScene(image, scene, size);
+    return pngOf(image);
 }
 
 } // namespace
@@ -100,14 +163,9 @@ int renderPicture(const RenderOptions &options, const Console &console)
     }
     const QSize asked = askedSize(options.size);
     const RunSettings settings(options.settings, RunSettings::ReadOnly, console);
-    const Picture picture =
-        isMarker(options.file) ? markerPicture(options) : pictureOf(readExportedFile(options.file));
-    if (picture.bounds().isNull()) {
-        throw HostError(
-            ExitFailed, QStringLiteral("%1: there is nothing to draw").arg(options.file));
-    }
-    const QByteArray bytes = encoded(
-        picture, asked.isEmpty() ? usualSize(picture) : asked, suffix == QLatin1String("svg"));
+    const bool isSvg = suffix == QLatin1String("svg");
+    const QByteArray bytes = isMarker(options.file) ? encodedMarker(options, asked, isSvg)
+                                                    : encodedFile(options, asked, isSvg);
     QSaveFile file(options.output);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
         throw HostError(ExitFailed,

@@ -532,6 +532,8 @@ TEST(Viewer, RenderWritesTheSamePictureOfTheSizeAskedForEachTime)
         }
         EXPECT_FALSE(svg.hasError()) << file << svg.errorString();
         EXPECT_GT(paths, 2) << file;
+        EXPECT_TRUE(folder.read("a.svg").contains("width=\"640\" height=\"360\"")) << file;
+        EXPECT_FALSE(folder.read("a.svg").contains("non-scaling")); // few readers know that
     }
 }
 

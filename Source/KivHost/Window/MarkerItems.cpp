@@ -3,6 +3,7 @@
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QStyleOptionGraphicsItem>
+#include <QTextBoundaryFinder>
 
 #include <algorithm>
 #include <cmath>
@@ -17,22 +18,35 @@ constexpr double kSmallestLetter = 6;  // nobody reads a smaller one
 constexpr double kLargestLetter = 400; // above, letters are cut off
 constexpr double kSmallestPart = 2;    // for a centimetre: below, notches are not seen
 constexpr double kFinePicture = 4;     // for a centimetre: above, all points of a contour are drawn
+constexpr double kLeastStripe = 4;     // between two lines of a pattern
 
-constexpr double kLineSpacing = 1.25; // of a letter's height
-constexpr double kOvershoot = 0.6;    // cm that notches and marks may reach beyond the contour
+constexpr double kLineSpacing = 1.25;  // of a letter's height
+constexpr double kBaseOfMiddle = 0.36; // of a letter's height: from a line's middle to its base
+constexpr double kOvershoot = 0.6;     // cm around a piece for what its lines are wide
+constexpr double kReach = 1;           // cm across a line in which the mouse finds it
+constexpr int kMeasured = 100;         // pixels of the letters that texts are measured by
 
 const QColor kOutline(0x2b, 0x2f, 0x36);
 const QColor kNotch(0xc8, 0x1e, 0x1e);
 const QColor kCutLine(0x1f, 0x5f, 0xbf);
 const QColor kDrawnLine(0x6b, 0x72, 0x80);
 const QColor kMark(0xb4, 0x53, 0x09);
+const QColor kLink(0x7c, 0x3a, 0xed);
+const QColor kStripe(0xa1, 0x62, 0x07, 0x90);
 const QColor kSelected(0x0b, 0x57, 0xd0);
 
-QPen cosmetic(const QColor &color, double width = 1, Qt::PenStyle style = Qt::SolidLine)
+// Square ends, as pens have them, make the dashes of an SVG file run together.
+QPen flatPen(const QColor &color, double width = 1, Qt::PenStyle style = Qt::SolidLine)
 {
-    QPen pen(color, width, style);
-    pen.setCosmetic(true);
-    return pen;
+    return {color, width, style, Qt::FlatCap};
+}
+
+// Lines are drawn in pixels: pens that a view does not scale are unknown to many readers of SVG.
+void drawPath(QPainter &painter, const QTransform &view, const QPainterPath &path)
+{
+    if (!path.isEmpty()) {
+        painter.drawPath(view.map(path));
+    }
 }
 
 double pixelsPerCentimetre(const QPainter &painter)
@@ -49,42 +63,201 @@ double widestLine(const QFontMetricsF &metrics, const QStringList &lines)
     return widest;
 }
 
-// `pixels` is the height of a letter on the screen.
-void drawLines(QPainter &painter, const SceneText &text, double pixels, double limit)
+QFont fontOf(const QPainter &painter, double pixels)
 {
     QFont font = painter.font();
     font.setPixelSize(std::max(1, static_cast<int>(std::min(pixels, kLargestLetter))));
-    const double widest = widestLine(QFontMetricsF(font), text.lines);
-    if (limit > 0 && widest > limit) {
-        pixels *= limit / widest;
-        font.setPixelSize(std::max(1, static_cast<int>(pixels)));
+    return font;
+}
+
+struct Pose
+{
+    QPointF place;
+    double angle = 0; // degrees, clockwise on the screen
+};
+
+// A place on a line, or on its first or last part drawn out.
+Pose poseAt(const QPolygonF &path, double along)
+{
+    Pose pose;
+    for (int i = 1; i < path.size(); ++i) {
+        const QLineF part(path[i - 1], path[i]);
+        const double length = part.length();
+        if (length > 0) {
+            pose = {part.pointAt(along / length), -part.angle()};
+        }
+        if (along < length) {
+            break;
+        }
+        along -= length;
     }
-    if (pixels < kSmallestLetter) {
-        return;
+    return pose;
+}
+
+double startOf(const SceneText &text, double along, double width)
+{
+    return text.alignment.testFlag(Qt::AlignLeft)    ? along
+           : text.alignment.testFlag(Qt::AlignRight) ? along - width
+                                                     : along - width / 2;
+}
+
+// Each letter for itself, square to the line; `line` is drawn `down` pixels below it. The painter
+// draws in pixels, as the path is.
+void drawAlong(
+    QPainter &painter, const QPolygonF &path, const QString &line, double start, double down)
+{
+    const QFontMetricsF metrics(painter.font());
+    const QTransform view = painter.worldTransform();
+    QTextBoundaryFinder letters(QTextBoundaryFinder::Grapheme, line);
+    int from = 0;
+    for (int to = letters.toNextBoundary(); to > from; to = letters.toNextBoundary()) {
+        const QString letter = line.mid(from, to - from);
+        const double width = metrics.horizontalAdvance(letter);
+        const Pose pose = poseAt(path, start + width / 2);
+        painter.translate(pose.place);
+        painter.rotate(pose.angle);
+        painter.drawText(QPointF(-width / 2, down), letter);
+        painter.setWorldTransform(view);
+        start += width;
+        from = to;
     }
+}
+
+void drawAlongPath(
+    QPainter &painter, const SceneText &text, const QStringList &lines, double pixelsPerCm)
+{
+    const QPolygonF path = painter.worldTransform().map(text.path);
+    const QFontMetricsF metrics(painter.font());
+    const double height = painter.font().pixelSize();
+    double down = height * (kBaseOfMiddle - kLineSpacing * (lines.size() - 1) / 2);
+    painter.setWorldTransform(QTransform());
+    for (const QString &line : lines) {
+        const double width = metrics.horizontalAdvance(line);
+        drawAlong(painter, path, line, startOf(text, text.along * pixelsPerCm, width), down);
+        down += height * kLineSpacing;
+    }
+}
+
+// From the place to the top of the first line, downward; `step` is the height of a line.
+double topOf(const SceneText &text, int lines, double step)
+{
+    return text.alignment.testFlag(Qt::AlignVCenter) ? -step * lines / 2
+           : text.alignment.testFlag(Qt::AlignTop)   ? 0
+                                                     : -step;
+}
+
+void drawAtPlace(QPainter &painter, const SceneText &text, const QStringList &lines)
+{
+    constexpr double wide = 20000;
     const QPointF place = painter.worldTransform().map(text.place);
-    painter.save();
     painter.setWorldTransform(QTransform());
     painter.translate(place);
     painter.rotate(-text.angle);
-    painter.setFont(font);
-    const double step = font.pixelSize() * kLineSpacing;
-    const bool isCentred = text.alignment.testFlag(Qt::AlignVCenter);
-    double top = isCentred                               ? -step * text.lines.size() / 2
-                 : text.alignment.testFlag(Qt::AlignTop) ? 0
-                                                         : -step;
-    constexpr double wide = 20000;
+    const double step = painter.font().pixelSize() * kLineSpacing;
+    double top = topOf(text, lines.size(), step);
     const Qt::Alignment across = text.alignment & Qt::AlignHorizontal_Mask;
-    const double left = across == Qt::AlignLeft ? 0 : across == Qt::AlignRight ? -wide : -wide / 2;
-    for (const QString &line : text.lines) {
-        painter.drawText(
-            QRectF(left, top, wide, step), static_cast<int>(across | Qt::AlignVCenter), line);
+    for (const QString &line : lines) {
+        painter.drawText(QRectF(startOf(text, 0, wide), top, wide, step),
+            static_cast<int>(across | Qt::AlignVCenter), line);
         top += step;
     }
+}
+
+// `pixels` is the height of a letter on the screen, and `least` that of one in a text whose end is
+// left out. What was drawn is told in pixels: its width and its height, none if it was too small.
+QSizeF drawLines(QPainter &painter, const SceneText &text, double pixels, double least)
+{
+    const double pixelsPerCm = pixelsPerCentimetre(painter);
+    const double limit = text.room * pixelsPerCm;
+    pixels = std::min(pixels, kLargestLetter);
+    QFont font = fontOf(painter, pixels);
+    QStringList lines = text.lines;
+    double widest = widestLine(QFontMetricsF(font), lines);
+    if (limit > 0 && widest > limit) {
+        const double fitting = pixels * limit / widest;
+        pixels = text.elided ? std::max(fitting, least) : fitting;
+        font = fontOf(painter, pixels);
+        widest = limit;
+        if (pixels > fitting) {
+            const QFontMetricsF metrics(font);
+            for (QString &line : lines) {
+                line = metrics.elidedText(line, Qt::ElideRight, limit);
+            }
+            widest = widestLine(metrics, lines);
+            pixels = widest > limit ? 0 : pixels; // no room for a letter
+        }
+    }
+    if (pixels < kSmallestLetter) {
+        return {};
+    }
+    painter.save();
+    painter.setFont(font);
+    if (text.path.size() > 1) {
+        drawAlongPath(painter, text, lines, pixelsPerCm);
+    } else {
+        drawAtPlace(painter, text, lines);
+    }
     painter.restore();
+    return {widest, font.pixelSize() * kLineSpacing * lines.size()};
+}
+
+// Where lines stand from `low` to `high`, in no order; none if they stand too near to each other.
+std::vector<double> repeated(
+    const StripesItem::Stripes &stripes, double low, double high, double pixels)
+{
+    std::vector<double> places;
+    const auto lines = static_cast<double>(stripes.positions.size());
+    if (stripes.repetition * pixels < kLeastStripe * lines) {
+        return places;
+    }
+    for (const double position : stripes.positions) {
+        const double first = std::ceil((low - position) / stripes.repetition);
+        for (double i = 0; position + (first + i) * stripes.repetition <= high; ++i) {
+            places.push_back(position + (first + i) * stripes.repetition);
+        }
+    }
+    return places;
 }
 
 } // namespace
+
+SceneText SceneText::translated(const QPointF &shift) const
+{
+    SceneText moved = *this;
+    moved.place += shift;
+    moved.path.translate(shift);
+    return moved;
+}
+
+QRectF extentOf(const SceneText &text)
+{
+    QFont font;
+    font.setPixelSize(kMeasured);
+    const int lines = text.lines.size();
+    double height = text.height;
+    if (text.across > 0) {
+        height = std::min(height, text.across / (lines * kLineSpacing));
+    }
+    double width = widestLine(QFontMetricsF(font), text.lines) / kMeasured * height;
+    if (text.room > 0 && width > text.room) {
+        height *= text.room / width;
+        width = text.room;
+    }
+    const double step = height * kLineSpacing;
+    if (text.path.size() > 1) {
+        const double reach = step * lines;
+        QRectF extent = text.path.boundingRect();
+        for (const double along : {startOf(text, text.along, width), // it may reach beyond the path
+                 startOf(text, text.along, width) + width}) {
+            const QPointF end = poseAt(text.path, along).place;
+            extent = extent.united(QRectF(end, QSizeF(height, height)));
+        }
+        return extent.adjusted(-reach, -reach, reach, reach);
+    }
+    const QRectF level(
+        startOf(text, 0, width), -topOf(text, lines, step) - step * lines, width, step * lines);
+    return QTransform().translate(text.place.x(), text.place.y()).rotate(text.angle).mapRect(level);
+}
 
 void drawSceneText(QPainter &painter, const SceneText &text)
 {
@@ -94,7 +267,7 @@ void drawSceneText(QPainter &painter, const SceneText &text)
         height = std::min(height, text.across * pixels / (text.lines.size() * kLineSpacing));
     }
     if (height >= kSmallestLetter) {
-        drawLines(painter, text, height, text.room * pixels);
+        drawLines(painter, text, height, 0);
     }
 }
 
@@ -104,8 +277,8 @@ PolygonItem::PolygonItem(Content content, const SceneOptions &options)
 {
     const PieceOutline &outline = m_content.outline;
     m_bounds = outline.contour.boundingRect();
-    for (const QPainterPath *path :
-        {&outline.seam, &outline.notches, &outline.marks, &outline.cutLines, &outline.drawnLines}) {
+    for (const QPainterPath *path : {&outline.seam, &outline.notches, &outline.marks,
+             &outline.drills, &outline.cutLines, &outline.drawnLines, &outline.links}) {
         if (!path->isEmpty()) {
             m_bounds = m_bounds.united(path->boundingRect());
         }
@@ -128,45 +301,47 @@ void PolygonItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWi
         painter->fillRect(m_bounds, isSelected() ? kSelected : fill.darker(130));
         return;
     }
+    const QTransform view = painter->worldTransform();
+    painter->save();
+    painter->setWorldTransform(QTransform());
     const Qt::PenStyle style = m_content.cutDownPartner ? Qt::DashLine : Qt::SolidLine;
-    painter->setPen(isSelected() ? cosmetic(kSelected, 3, style) : cosmetic(kOutline, 1, style));
+    painter->setPen(isSelected() ? flatPen(kSelected, 3, style) : flatPen(kOutline, 1, style));
     painter->setBrush(m_content.cutDownPartner ? QBrush(Qt::NoBrush) : QBrush(fill));
     if (pixels < kFinePicture && m_content.outline.coarse.size() > 2) {
-        painter->drawPolygon(m_content.outline.coarse);
+        painter->drawPolygon(view.map(m_content.outline.coarse));
     } else {
-        painter->drawPath(m_content.outline.contour);
+        drawPath(*painter, view, m_content.outline.contour);
     }
-    paintDetails(*painter, pixels);
+    if (pixels >= kSmallestPart) {
+        paintDetails(*painter, view);
+    }
+    painter->restore();
+    if (m_options.texts && !m_content.name.lines.isEmpty()) {
+        painter->setPen(QColor(0x11, 0x18, 0x27));
+        drawSceneText(*painter, m_content.name);
+    }
 }
 
-void PolygonItem::paintDetails(QPainter &painter, double pixels) const
+void PolygonItem::paintDetails(QPainter &painter, const QTransform &view) const
 {
+    const PieceOutline &outline = m_content.outline;
     painter.setBrush(Qt::NoBrush);
-    if (pixels >= kSmallestPart) {
-        const PieceOutline &outline = m_content.outline;
-        const std::pair<const QPainterPath *, QPen> lines[] = {
-            {&outline.seam, cosmetic(kDrawnLine, 1, Qt::DashLine)},
-            {&outline.drawnLines, cosmetic(kDrawnLine, 1, Qt::DashDotLine)},
-            {&outline.cutLines, cosmetic(kCutLine)},
-        };
-        for (const auto &[path, pen] : lines) {
-            if (!path->isEmpty()) {
-                painter.setPen(pen);
-                painter.drawPath(*path);
-            }
-        }
-        if (m_options.notches) {
-            painter.setPen(cosmetic(kNotch, 1.5));
-            painter.drawPath(outline.notches);
-            painter.setPen(cosmetic(kMark, 1.5));
-            painter.drawPath(outline.marks);
-        }
+    const std::pair<const QPainterPath *, QPen> lines[] = {
+        {&outline.seam, flatPen(kDrawnLine, 1, Qt::DashLine)},
+        {&outline.drawnLines, flatPen(kDrawnLine, 1, Qt::DashDotLine)},
+        {&outline.cutLines, flatPen(kCutLine, 1)},
+        {&outline.links, flatPen(kLink, 1)},
+    };
+    for (const auto &[path, pen] : lines) {
+        painter.setPen(pen);
+        drawPath(painter, view, *path);
     }
-    if (m_options.texts) {
-        painter.setPen(QColor(0x11, 0x18, 0x27));
-        for (const SceneText &text : m_content.texts) {
-            drawSceneText(painter, text);
-        }
+    if (m_options.notches) {
+        painter.setPen(flatPen(kNotch, 1.5));
+        drawPath(painter, view, outline.notches);
+        painter.setPen(flatPen(kMark, 1.5));
+        drawPath(painter, view, outline.marks);
+        drawPath(painter, view, outline.drills);
     }
 }
 
@@ -181,8 +356,12 @@ SceneTextItem::SceneTextItem(SceneText text, const QColor &color, double leastPi
     for (const QString &line : qAsConst(m_text.lines)) {
         longest = std::max(longest, line.size());
     }
-    const double half = reach * std::max(longest, m_text.lines.size());
+    const double half = std::max(reach * std::max(longest, m_text.lines.size()), m_text.room);
     m_bounds = QRectF(m_text.place.x() - half, m_text.place.y() - half, 2 * half, 2 * half);
+    if (m_text.path.size() > 1) {
+        m_bounds = m_text.path.boundingRect().adjusted(-half, -half, half, half);
+    }
+    setAcceptedMouseButtons(Qt::NoButton);
 }
 
 void SceneTextItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)
@@ -192,10 +371,74 @@ void SceneTextItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, Q
     if (m_text.across > 0) {
         pixels = std::min(pixels, m_text.across * scale);
     }
+    m_shape = QPainterPath();
     if (pixels >= kSmallestLetter) {
         painter->setPen(m_color);
-        drawLines(*painter, m_text, pixels, m_text.room * scale);
+        const QSizeF drawn = drawLines(*painter, m_text, pixels, m_leastPixels) / scale;
+        const int lines = std::max(1, m_text.lines.size());
+        const double top = topOf(m_text, lines, drawn.height() / lines);
+        m_shape.addRect({m_text.place.x() + startOf(m_text, 0, drawn.width()),
+            m_text.place.y() - top - drawn.height(), drawn.width(), drawn.height()});
     }
+}
+
+LineItem::LineItem(const QPainterPath &path, const QPen &pen) : QGraphicsPathItem(path)
+{
+    setPen(pen);
+}
+
+QPainterPath LineItem::shape() const
+{
+    if (brush().style() != Qt::NoBrush) {
+        return path();
+    }
+    QPainterPathStroker stroker;
+    stroker.setWidth(kReach);
+    return stroker.createStroke(path());
+}
+
+void LineItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)
+{
+    const QTransform view = painter->worldTransform();
+    painter->save();
+    painter->setWorldTransform(QTransform());
+    painter->setPen(pen());
+    painter->setBrush(brush());
+    drawPath(*painter, view, path());
+    painter->restore();
+}
+
+StripesItem::StripesItem(const QRectF &cloth, Stripes across, Stripes along)
+    : m_cloth(cloth)
+    , m_across(std::move(across))
+    , m_along(std::move(along))
+{
+    setFlag(ItemUsesExtendedStyleOption); // only what is in sight is drawn
+    setAcceptedMouseButtons(Qt::NoButton);
+}
+
+void StripesItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *)
+{
+    const double pixels = pixelsPerCentimetre(*painter);
+    const QRectF seen = m_cloth.intersected(option->exposedRect);
+    const QTransform view = painter->worldTransform();
+    QVector<QLineF> lines;
+    for (const double x :
+        repeated(m_across, seen.left() - m_cloth.left(), seen.right() - m_cloth.left(), pixels)) {
+        const double place = m_cloth.left() + x;
+        lines.append(view.map(QLineF(place, seen.top(), place, seen.bottom())));
+    }
+    for (const double y :
+        repeated(m_along, seen.top() - m_cloth.top(), seen.bottom() - m_cloth.top(), pixels)) {
+        const double place = m_cloth.top() + y;
+        lines.append(view.map(QLineF(seen.left(), place, seen.right(), place)));
+    }
+    painter->save();
+    painter->setWorldTransform(QTransform());
+    painter->setRenderHint(QPainter::Antialiasing, false);
+    painter->setPen(flatPen(kStripe, 1));
+    painter->drawLines(lines);
+    painter->restore();
 }
 
 } // namespace KivSystem

@@ -6,7 +6,8 @@
 #include "PieceOutline.h"
 
 #include <QColor>
-#include <QGraphicsItem>
+#include <QGraphicsPathItem>
+#include <QPolygonF>
 #include <QStringList>
 
 #include <vector>
@@ -29,8 +30,8 @@ struct SceneOptions
     bool guideLines = true;
 };
 
-/// Lines of text about a point. Letters as high as `height` centimetres; too small to read, they
-/// are not drawn.
+/// Lines of text about a point or along a line. Letters as high as `height` centimetres; too small
+/// to read, they are not drawn.
 struct SceneText
 {
     QStringList lines;
@@ -42,7 +43,20 @@ struct SceneText
     double angle = 0;  ///< degrees, counter-clockwise
     double room = 0;   ///< widest line in cm; 0 for no limit
     double across = 0; ///< of all lines together, likewise
+    /// Lines that are too long have smaller letters. With this, letters that must not be smaller
+    /// are kept, and the end of the lines is left out.
+    bool elided = false;
+    /// In place of `place` and `angle`: a line that the lines of text stand about, going straight
+    /// on where it ends. What `alignment` places stands `along` cm from its start.
+    QPolygonF path;
+    double along = 0;
+
+    /// Moved by a shift in cm.
+    SceneText translated(const QPointF &shift) const;
 };
+
+/// The rectangle in cm that the text takes, in a scene that is large enough for all its letters.
+QRectF extentOf(const SceneText &text);
 
 /// Draws with a painter whose transformation is that of a scene.
 void drawSceneText(QPainter &painter, const SceneText &text);
@@ -54,7 +68,7 @@ public:
     struct Content
     {
         PieceOutline outline;
-        std::vector<SceneText> texts;
+        SceneText name;
         bool cutDownPartner = false;
     };
 
@@ -69,7 +83,7 @@ public:
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
 
 private:
-    void paintDetails(QPainter &painter, double pixels) const;
+    void paintDetails(QPainter &painter, const QTransform &view) const;
 
     Content m_content;
     const SceneOptions &m_options;
@@ -77,13 +91,14 @@ private:
     QColor m_fill;
 };
 
-/// A text by itself, such as a layer's name.
+/// A text by itself, such as a layer's name. The mouse finds it where it was drawn last.
 class SceneTextItem : public QGraphicsItem
 {
 public:
     SceneTextItem(SceneText text, const QColor &color, double leastPixels = 0);
 
     QRectF boundingRect() const override { return m_bounds; }
+    QPainterPath shape() const override { return m_shape; }
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
 
 private:
@@ -91,6 +106,41 @@ private:
     QColor m_color;
     double m_leastPixels; // letters are drawn no smaller than that
     QRectF m_bounds;
+    QPainterPath m_shape;
+};
+
+/// Lines whose pen has a width in pixels, the same at every zoom and in every kind of picture.
+class LineItem : public QGraphicsPathItem
+{
+public:
+    LineItem(const QPainterPath &path, const QPen &pen);
+
+    QPainterPath shape() const override;
+    void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
+};
+
+/// The stripes of a cloth: lines that repeat without an end. The mouse does not find them; from so
+/// far that they would run together they are not drawn.
+class StripesItem : public QGraphicsItem
+{
+public:
+    struct Stripes
+    {
+        std::vector<double> positions; ///< cm from the cloth's left bottom corner
+        double repetition = 0;         ///< cm; above 0 if there are positions
+    };
+
+    /// `across` are the lines across the length, at their x; `along` those along it.
+    StripesItem(const QRectF &cloth, Stripes across, Stripes along);
+
+    QRectF boundingRect() const override { return m_cloth; }
+    QPainterPath shape() const override { return {}; }
+    void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
+
+private:
+    QRectF m_cloth;
+    Stripes m_across;
+    Stripes m_along;
 };
 
 } // namespace KivSystem

@@ -3,9 +3,9 @@
 #include "KivMarker/Drawing.h"
 #include "KivMarker/ShareGlobales.h"
 #include "MarkerFacts.h"
+#include "PieceName.h"
 #include "WindowText.h"
 
-#include <QGraphicsLineItem>
 #include <QPen>
 #include <QSignalBlocker>
 
@@ -16,16 +16,13 @@ namespace KivSystem {
 
 namespace {
 
-constexpr double kPieceTextShare = 0.16; // of a piece's narrow extent, a letter's height
-constexpr double kLeastPieceText = 1.2;  // cm
-constexpr double kMostPieceText = 8;     // cm
-constexpr double kLayerNameHeight = 4;   // cm
-constexpr double kLeastLayerName = 11;   // pixels
-constexpr double kStandByGap = 6;        // cm between the fabric, rows and groups in stand-by
-constexpr double kEmptyLength = 100;     // cm that a layer without anything is drawn long
-constexpr double kMargin = 12;           // cm around everything
-constexpr double kTall = 1.3;            // a piece as much higher than long has its text upright
-constexpr double kNarrowTextShare = 0.8; // of a piece's extent that a text may take
+constexpr double kLayerNameHeight = 4;  // cm
+constexpr double kLeastLayerName = 11;  // pixels
+constexpr double kStandByGap = 6;       // cm between the fabric, rows and groups in stand-by
+constexpr double kEmptyLength = 100;    // cm that a layer without anything is drawn long
+constexpr double kMargin = 12;          // cm around everything
+constexpr double kShareOfLength = 0.98; // of a layer's length that its name may take
+constexpr double kFoldWidth = 4;        // pixels, of the line at a folded edge
 
 enum Height : int
 {
@@ -34,13 +31,6 @@ enum Height : int
     GuideHeight = 3,
     TextHeight = 4,
 };
-
-QPen cosmetic(const QColor &color, Qt::PenStyle style = Qt::SolidLine)
-{
-    QPen pen(color, 1, style);
-    pen.setCosmetic(true);
-    return pen;
-}
 
 // Neighbours in number are far apart in colour.
 QColor paletteColor(int number)
@@ -69,41 +59,70 @@ QRectF extentOf(const CDbGrPolysObject &group)
     return extent;
 }
 
+double lengthOf(const QPolygonF &path, int points)
+{
+    double length = 0;
+    for (int i = 1; i < points; ++i) {
+        length += QLineF(path[i - 1], path[i]).length();
+    }
+    return length;
+}
+
+// The middle of the text stands at the path's middle point, whatever the alignment: a box that
+// the text is as wide as has its middle there.
+void followPath(SceneText &shown, const CDbTextObject &text)
+{
+    for (const GeoPoint2D &point : text.pathPoints()) {
+        shown.path.append({point.x, point.y});
+    }
+    shown.path.translate(
+        text.textPosition.x - text.textPathOrigin.x, text.textPosition.y - text.textPathOrigin.y);
+    shown.along = lengthOf(shown.path, shown.path.size() / 2 + 1);
+    shown.alignment = Qt::AlignHCenter;
+}
+
 SceneText sceneText(const CDbTextObject &text)
 {
     SceneText shown;
     shown.lines = text.textLines;
     shown.place = {text.textPosition.x, text.textPosition.y};
-    if (text.textPath.size() > 2) { // a text along a line stands at the line's middle
-        const CDbMarkerPointObject &middle = text.textPath[text.textPath.size() / 2];
-        shown.place = {middle.x, middle.y};
-    }
     shown.height = text.textLetterSize * CDbTextObject::LetterHeight;
     shown.alignment = text.textAlignment & Qt::AlignHorizontal_Mask;
+    if (text.textPath.size() > 2) {
+        followPath(shown, text);
+    }
     return shown;
 }
 
-// Name and size in the middle of the piece, along its longer extent.
-SceneText pieceText(const ScenePiece &piece)
+using Texts = std::vector<std::unique_ptr<CDbTextObject>>;
+
+void addExtents(std::vector<QRectF> &extents, const Texts &texts)
 {
-    const CDbPolygon &polygon = *piece.polygon;
-    const QRectF rect = rectOf(polygon.polygonRect);
-    SceneText text;
-    text.lines = QStringList{piece.name, piece.size};
-    text.lines.removeAll(QString());
-    CDbMarkerPointObject centre;
-    CDbTextObject::computationTextCenter(
-        &centre, polygon.findContour(CutContour), polygon.polygonRect);
-    text.place = {static_cast<double>(centre.notchDx), static_cast<double>(centre.notchDy)};
-    text.height = std::min(kMostPieceText,
-        std::max(kLeastPieceText, kPieceTextShare * std::min(rect.width(), rect.height())));
-    text.angle = rect.height() > kTall * rect.width() ? 90 : 0;
-    text.room = kNarrowTextShare * std::max(rect.width(), rect.height());
-    text.across = kNarrowTextShare * std::min(rect.width(), rect.height());
-    if (text.angle == 0) {
-        text.room = kNarrowTextShare * rect.width() * centre.pointType / 100; // free at that place
+    for (const auto &text : texts) {
+        if (text->textWorkSection == WorkAreaSection) {
+            extents.push_back(extentOf(sceneText(*text)));
+        }
     }
-    return text;
+}
+
+// What a group's texts and those of its polygons take, where they lie in the marker.
+void addExtents(std::vector<QRectF> &extents, const CDbGrPolysObject &group)
+{
+    addExtents(extents, group.texts);
+    for (const CDbPolygon *polygon = group.firstPolygon; polygon != nullptr;
+         polygon = polygon->nextPolygon) {
+        addExtents(extents, polygon->polygonTexts);
+    }
+}
+
+StripesItem::Stripes stripesOf(const CDbLineObjectList &lines, double repetition, double offset)
+{
+    StripesItem::Stripes stripes;
+    stripes.repetition = repetition;
+    for (const CDbLineObject &line : lines) {
+        stripes.positions.push_back(line.linePosition + offset);
+    }
+    return stripes;
 }
 
 } // namespace
@@ -193,41 +212,94 @@ std::vector<MarkerScene::Place> MarkerScene::places() const
 
 void MarkerScene::addLayer(const Place &place)
 {
-    auto *cloth = addRect(place.start, 0, place.length, place.width,
-        cosmetic(QColor(0x9a, 0xa3, 0xaf)), QColor(0xfd, 0xfd, 0xfb));
-    cloth->setZValue(ClothHeight);
-    m_extent = m_extent.united(cloth->rect());
+    const QRectF rect(place.start, 0, place.length, place.width);
+    QPainterPath edge;
+    edge.addRect(rect);
+    addLine(edge, QPen(QColor(0x9a, 0xa3, 0xaf), 1), ClothHeight)
+        .setBrush(QColor(0xfd, 0xfd, 0xfb));
+    m_extent = m_extent.united(rect);
 
     SceneText name;
     name.lines = QStringList{m_drawing.getLayerObjectTable()[place.layer - 1]->layerName};
     name.place = {place.start, -1};
     name.height = kLayerNameHeight;
     name.alignment = Qt::AlignLeft | Qt::AlignTop;
-    addItem(new SceneTextItem(name, QColor(0x4b, 0x55, 0x63), kLeastLayerName));
+    name.room = kShareOfLength * place.length;
+    name.elided = true;
+    auto *nameItem = new SceneTextItem(name, QColor(0x4b, 0x55, 0x63), kLeastLayerName);
+    nameItem->setToolTip(name.lines.first().toHtmlEscaped());
+    addItem(nameItem);
 
+    addStripes(rect);
+    addFolds(rect);
     addGuideLines(place);
     const FabricLayer &layer = *m_fabric.findLayer(place.layer);
+    std::vector<QRectF> texts;
+    addExtents(texts, layer.texts);
     for (const auto &group : layer.groups) {
         if (group->groupPlace() == PlacedOnMarker) {
-            addGroup(*group, place, {place.start, 0});
+            addExtents(texts, *group);
         }
     }
-    for (const auto &text : layer.texts) {
-        if (text->textWorkSection == WorkAreaSection) {
-            addText(*text, {place.start, 0});
+    for (const auto &group : layer.groups) {
+        if (group->groupPlace() == PlacedOnMarker) {
+            addGroup(*group, place, {place.start, 0}, texts);
         }
     }
+    addTexts(layer.texts, {place.start, 0});
     addStandBy(place);
+}
+
+LineItem &MarkerScene::addLine(const QPainterPath &path, const QPen &pen, double height)
+{
+    auto *item = new LineItem(path, pen);
+    item->setZValue(height);
+    addItem(item);
+    return *item;
+}
+
+LineItem &MarkerScene::addLine(const QLineF &line, const QPen &pen, const QString &toolTip)
+{
+    QPainterPath path(line.p1());
+    path.lineTo(line.p2());
+    LineItem &item = addLine(path, pen, GuideHeight);
+    item.setToolTip(toolTip.toHtmlEscaped());
+    return item;
+}
+
+// The pattern begins anew with each layer.
+void MarkerScene::addStripes(const QRectF &cloth)
+{
+    const CDbPlaidAndStripesInfo &plaid = m_fabric.plaidInfo;
+    if (!plaid.plaidActive) {
+        return;
+    }
+    auto *item =
+        new StripesItem(cloth, stripesOf(plaid.sampleVerLines, plaid.xRepetition, plaid.xRepOffset),
+            stripesOf(plaid.sampleHorLines, plaid.yRepetition, plaid.yRepOffset));
+    item->setZValue(GuideHeight);
+    addItem(item);
+    m_guideLines.push_back(item);
+}
+
+void MarkerScene::addFolds(const QRectF &cloth)
+{
+    const QPen pen(QColor(0x6d, 0x28, 0x72), kFoldWidth, Qt::SolidLine, Qt::FlatCap);
+    const int type = m_fabric.fabricType;
+    if (type == FoldOnBottom || type == TubularFabric) {
+        addLine(QLineF(cloth.left(), 0, cloth.right(), 0), pen, windowText("folded edge"));
+    }
+    if (type == FoldOnTop || type == TubularFabric) {
+        addLine(QLineF(cloth.left(), cloth.height(), cloth.right(), cloth.height()), pen,
+            windowText("folded edge"));
+    }
 }
 
 void MarkerScene::addGuideLines(const Place &place)
 {
-    const QPen pen = cosmetic(QColor(0x00, 0x86, 0x8b), Qt::DashLine);
+    const QPen pen(QColor(0x00, 0x86, 0x8b), 1, Qt::DashLine, Qt::FlatCap);
     const auto add = [&](const QLineF &line, const QString &text) {
-        QGraphicsLineItem *item = addLine(line, pen);
-        item->setZValue(GuideHeight);
-        item->setToolTip(text.toHtmlEscaped());
-        m_guideLines.push_back(item);
+        m_guideLines.push_back(&addLine(line, pen, text));
     };
     const FabricLayer &layer = *m_fabric.findLayer(place.layer);
     for (const CDbLineObject &line : layer.horizontalLines) {
@@ -240,53 +312,53 @@ void MarkerScene::addGuideLines(const Place &place)
     }
 }
 
-void MarkerScene::addGroup(const CDbGrPolysObject &group, const Place &place, const QPointF &shift)
+// `texts` are what the names of the pieces must not lie on, without the shift.
+void MarkerScene::addGroup(const CDbGrPolysObject &group, const Place &place, const QPointF &shift,
+    const std::vector<QRectF> &texts)
 {
     const bool standBy = group.groupPlace() == PlacedInStandBy;
     for (const CDbPolygon *polygon = group.firstPolygon; polygon != nullptr;
          polygon = polygon->nextPolygon) {
-        addPolygon(*polygon, place, shift, standBy, nullptr);
+        ScenePiece piece = describe(*polygon);
+        piece.layer = place.layer;
+        piece.standBy = standBy;
+        PolygonItem::Content content;
+        content.outline = outlineOf(*polygon);
+        QStringList lines{piece.name, piece.size};
+        lines.removeAll(QString());
+        content.name = pieceName(lines, *polygon, content.outline, texts);
+        piece.item = addPolygon(
+            std::move(content), piece, shift, standBy ? windowText("in stand-by") : QString());
+        m_pieces.push_back(std::move(piece));
         if (polygon->cutDownPolygon != nullptr) {
-            addPolygon(*polygon->cutDownPolygon, place, shift, standBy, m_pieces.back().item);
+            PolygonItem::Content partner;
+            partner.outline = outlineOf(*polygon->cutDownPolygon);
+            partner.cutDownPartner = true;
+            addPolygon(std::move(partner), describe(*polygon->cutDownPolygon), shift,
+                windowText("partner of a cut-down piece"));
         }
+        addTexts(polygon->polygonTexts, shift);
     }
-    for (const auto &text : group.texts) {
-        addText(*text, shift);
-    }
+    addTexts(group.texts, shift);
 }
 
-// `whole` is the item of the polygon that a partner was cut from; null for a polygon by itself.
-void MarkerScene::addPolygon(const CDbPolygon &polygon, const Place &place, const QPointF &shift,
-    bool standBy, PolygonItem *whole)
+PolygonItem *MarkerScene::addPolygon(PolygonItem::Content content, const ScenePiece &words,
+    const QPointF &shift, const QString &remark)
 {
-    ScenePiece piece = describe(polygon);
-    PolygonItem::Content content;
-    content.outline = outlineOf(polygon);
-    content.cutDownPartner = whole != nullptr;
-    if (whole == nullptr) {
-        content.texts.push_back(pieceText(piece));
-        for (const auto &text : polygon.polygonTexts) {
-            content.texts.push_back(sceneText(*text));
-        }
-    }
     auto *item = new PolygonItem(std::move(content), m_options);
     addItem(item);
     item->setPos(shift);
     item->setZValue(PieceHeight);
     m_extent = m_extent.united(item->sceneBoundingRect());
-    const QString words = QStringLiteral("%1, %2, %3").arg(piece.name, piece.size, piece.side);
-    item->setToolTip(QStringLiteral("<b>%1</b><br>%2%3")
-                         .arg(words.toHtmlEscaped(), piece.style.toHtmlEscaped(),
-                             whole != nullptr ? QStringLiteral("<br>") +
-                                                    windowText("partner of a cut-down piece")
-                             : standBy ? QStringLiteral("<br>") + windowText("in stand-by")
-                                       : QString()));
-    if (whole == nullptr) {
-        piece.item = item;
-        piece.layer = place.layer;
-        piece.standBy = standBy;
-        m_pieces.push_back(std::move(piece));
+    QStringList lines{QStringLiteral("<b>%1, %2, %3</b>")
+                          .arg(words.name.toHtmlEscaped(), words.size.toHtmlEscaped(),
+                              words.side.toHtmlEscaped()),
+        words.style.toHtmlEscaped(), remark};
+    if (remark.isEmpty()) {
+        lines.removeLast();
     }
+    item->setToolTip(lines.join(QStringLiteral("<br>")));
+    return item;
 }
 
 // Rows from left to right, no longer than the layer where a group allows it.
@@ -304,20 +376,25 @@ void MarkerScene::addStandBy(const Place &place)
             x = place.start;
             bottom = top + kStandByGap;
         }
-        addGroup(*group, place, {x - extent.left(), bottom - extent.top()});
+        std::vector<QRectF> texts;
+        addExtents(texts, *group);
+        addGroup(*group, place, {x - extent.left(), bottom - extent.top()}, texts);
         x += extent.width() + kStandByGap;
         top = std::max(top, bottom + extent.height());
     }
 }
 
-void MarkerScene::addText(const CDbTextObject &text, const QPointF &shift)
+void MarkerScene::addTexts(const Texts &texts, const QPointF &shift)
 {
-    SceneText shown = sceneText(text);
-    shown.place += shift;
-    auto *item = new SceneTextItem(shown, QColor(0x1e, 0x6b, 0x3a));
-    item->setZValue(TextHeight);
-    addItem(item);
-    m_texts.push_back(item);
+    for (const auto &text : texts) {
+        if (text->textWorkSection == WorkAreaSection) {
+            auto *item =
+                new SceneTextItem(sceneText(*text).translated(shift), QColor(0x1e, 0x6b, 0x3a));
+            item->setZValue(TextHeight);
+            addItem(item);
+            m_texts.push_back(item);
+        }
+    }
 }
 
 ScenePiece MarkerScene::describe(const CDbPolygon &polygon) const

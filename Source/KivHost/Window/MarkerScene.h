@@ -7,6 +7,7 @@
 
 #include <QGraphicsScene>
 
+#include <memory>
 #include <vector>
 
 namespace KivSystem {
@@ -64,11 +65,16 @@ private:
     std::vector<Place> places() const;
     void addLayer(const Place &place);
     void addGuideLines(const Place &place);
-    void addGroup(const CDbGrPolysObject &group, const Place &place, const QPointF &shift);
-    void addPolygon(const CDbPolygon &polygon, const Place &place, const QPointF &shift,
-        bool standBy, PolygonItem *whole);
+    LineItem &addLine(const QPainterPath &path, const QPen &pen, double height);
+    LineItem &addLine(const QLineF &line, const QPen &pen, const QString &toolTip);
+    void addStripes(const QRectF &cloth);
+    void addFolds(const QRectF &cloth);
+    void addGroup(const CDbGrPolysObject &group, const Place &place, const QPointF &shift,
+        const std::vector<QRectF> &texts);
+    PolygonItem *addPolygon(PolygonItem::Content content, const ScenePiece &words,
+        const QPointF &shift, const QString &remark);
     void addStandBy(const Place &place);
-    void addText(const CDbTextObject &text, const QPointF &shift);
+    void addTexts(const std::vector<std::unique_ptr<CDbTextObject>> &texts, const QPointF &shift);
     ScenePiece describe(const CDbPolygon &polygon) const;
     QColor fillOf(const ScenePiece &piece) const;
 

@@ -18,7 +18,9 @@ struct PieceOutline
     QPolygonF coarse;     ///< the same with few points, for a picture from afar
     QPainterPath seam;
     QPainterPath notches;
-    QPainterPath marks;      ///< drills and match points
+    QPainterPath marks;      ///< figures of punches and match points on the contour
+    QPainterPath drills;     ///< the same inside
+    QPainterPath links;      ///< tree links in the strokes of their pattern, and sewing links
     QPainterPath cutLines;   ///< internal lines that are cut
     QPainterPath drawnLines; ///< internal lines that are drawn, the grain among them
 };
