@@ -348,6 +348,15 @@
     </message>
 </context>
 <context>
+    <name>KivSystem::WidgetUserInterface</name>
+    <message>
+        <source>%1 already exists.
+Do you want to replace it?</source>
+        <translation>%1 existe déjà.
+Voulez-vous le remplacer ?</translation>
+    </message>
+</context>
+<context>
     <name>QCoreApplication</name>
     <message>
         <source>All Files (*.*)</source>

@@ -3,6 +3,7 @@
 #include "KivCore/Dialog.h"
 
 #include <QAbstractButton>
+#include <QCoreApplication>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -22,6 +23,30 @@ QString firstExtension(const QString &filter)
 {
     static const QRegularExpression pattern(QStringLiteral("\\*\\.(\\w[\\w.]*)"));
     return pattern.match(filter).captured(1);
+}
+
+/// "cut" for "Shell.cut", empty for "Shell 1.5" and "Style 1. blue".
+QString extensionIn(const QString &name)
+{
+    static const QRegularExpression pattern(QStringLiteral("^[A-Za-z][A-Za-z0-9]{0,4}$"));
+    const QString suffix = QFileInfo(name).suffix();
+    return pattern.match(suffix).hasMatch() ? suffix : QString();
+}
+
+QString withExtension(const QString &path, const QString &extension)
+{
+    return extension.isEmpty() || !extensionIn(path).isEmpty()
+               ? path
+               : path + QLatin1Char('.') + extension;
+}
+
+bool mayReplace(const QString &path, QWidget &dialog)
+{
+    const QString question = QCoreApplication::translate(
+        "KivSystem::WidgetUserInterface", "%1 already exists.\nDo you want to replace it?");
+    return QMessageBox::warning(&dialog, dialog.windowTitle(),
+               question.arg(QFileInfo(path).fileName()), QMessageBox::Yes | QMessageBox::No,
+               QMessageBox::No) == QMessageBox::Yes;
 }
 
 /// A proposal is a name, not a path, unless it is absolute: "50/50 cotton" lies in no directory.
@@ -49,28 +74,28 @@ QString WidgetUserInterface::getSaveFileName(const QStringList &filters, const Q
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setNameFilters(filters);
-
-    const auto useExtension = [&dialog](const QString &filter) {
-        dialog.setDefaultSuffix(firstExtension(filter));
-    };
-    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, useExtension);
-    QString filterInUse = filters.value(0);
-    if (selectedFilter) {
-        filterInUse = filters.value(*selectedFilter, filterInUse);
-        dialog.selectNameFilter(filterInUse);
-    }
-    useExtension(filterInUse);
+    dialog.selectNameFilter(filters.value(selectedFilter ? *selectedFilter : 0, filters.value(0)));
     dialog.selectFile(proposedFile(proposedName));
+    // The dialog would ask for the name without the extension that is still to come, and would
+    // take "Shell 1.5" for a name with one.
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
 
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
-        return QString();
+    while (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) {
+        const QString filter = dialog.selectedNameFilter();
+        const QString fallback = extensionIn(proposedName);
+        const QString extension =
+            firstExtension(filter).isEmpty() ? fallback : firstExtension(filter);
+        const QString path = withExtension(dialog.selectedFiles().constFirst(), extension);
+        if (!QFileInfo::exists(path) || mayReplace(path, dialog)) {
+            m_lastDirectory = dialog.directory().absolutePath();
+            if (selectedFilter && filters.contains(filter)) {
+                *selectedFilter = filters.indexOf(filter);
+            }
+            return path;
+        }
+        dialog.selectFile(path);
     }
-    m_lastDirectory = dialog.directory().absolutePath();
-    const int selected = filters.indexOf(dialog.selectedNameFilter());
-    if (selectedFilter && selected >= 0) {
-        *selectedFilter = selected;
-    }
-    return dialog.selectedFiles().constFirst();
+    return QString();
 }
 
 int WidgetUserInterface::confirmContinue(const QString &message, const QString &title,

@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
+#include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 
@@ -20,7 +21,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kProbeBytes = 64 * 1024;
+constexpr int kBufferBytes = 64 * 1024;
+constexpr long kSmallestProbe = 4096;
 constexpr int kStaleAfterSeconds = 24 * 60 * 60;
 
 fs::path nativePath(const QString &path)
@@ -52,16 +54,24 @@ bool writeAll(int descriptor, const QByteArray &bytes)
     return true;
 }
 
+int blockSize(int descriptor)
+{
+    struct stat facts = {};
+    const long size = ::fstat(descriptor, &facts) == 0 ? facts.st_blksize : 0;
+    return static_cast<int>(qBound(kSmallestProbe, size, static_cast<long>(kBufferBytes)));
+}
+
 // Why nothing more can be written to the file, found by appending to it and taking that off again;
 // empty when there is room, and then the file is on the disk. A plug-in that writes through a
 // QTextStream does not notice a full disk: its file ends early, and only the next write tells why.
-// QFile does not tell it either once a part was written.
+// QFile does not tell it either once a part was written. A file that ends early fills its last
+// block, so that one more block is what must not fit.
 QString appendProblem(const QString &path)
 {
     const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT, 0666);
     const off_t size = descriptor < 0 ? -1 : ::lseek(descriptor, 0, SEEK_END);
     QString problem;
-    if (size < 0 || !writeAll(descriptor, QByteArray(kProbeBytes, '\0')) ||
+    if (size < 0 || !writeAll(descriptor, QByteArray(blockSize(descriptor), '\0')) ||
         ::fsync(descriptor) != 0) {
         problem = lastReason();
     }
@@ -91,6 +101,18 @@ void syncFolder(const QString &folder)
 QString notWritten(const QString &target, const QString &reason)
 {
     return QStringLiteral("%1: was not written: %2").arg(target, reason);
+}
+
+QString replaceProblem(const QString &path)
+{
+    std::error_code error;
+    const fs::file_status status = fs::status(nativePath(path), error);
+    if (fs::is_directory(status)) {
+        return QStringLiteral("Is a directory");
+    }
+    const bool isProtected =
+        fs::is_regular_file(status) && ::access(QFile::encodeName(path).constData(), W_OK) != 0;
+    return isProtected ? lastReason() : QString();
 }
 
 MadeFolders::MadeFolders(const QString &path)
@@ -185,10 +207,14 @@ struct ExportStaging::Move
         : target(targetFile)
         , backup(backupFile)
     {
+        const QString problem = replaceProblem(target);
+        if (!problem.isEmpty()) {
+            throw HostError(ExitFailed, notWritten(target, problem));
+        }
         std::error_code error;
         const fs::path place = nativePath(target);
-        if (fs::is_directory(fs::symlink_status(place, error))) {
-            throw HostError(ExitFailed, notWritten(target, QStringLiteral("Is a directory")));
+        if (fs::is_regular_file(place, error)) { // others may read and write it as before
+            fs::permissions(nativePath(stagedFile), fs::status(place, error).permissions(), error);
         }
         if (fs::exists(fs::symlink_status(place, error))) {
             fs::create_hard_link(place, nativePath(backup), error);
@@ -223,21 +249,17 @@ struct ExportStaging::Move
     bool moved = false;
 };
 
-std::vector<WrittenFile> ExportStaging::commit()
+std::vector<WrittenFile> ExportStaging::commitAll(const std::vector<ExportStaging *> &stagings)
 {
     std::vector<WrittenFile> written;
-    for (const QString &name : qAsConst(m_names)) {
-        written.push_back({QDir(m_folder).filePath(name), checkStaged(name)});
+    for (const ExportStaging *staging : stagings) {
+        staging->check(written);
     }
-    syncFolder(m_staging.path());
-
     const auto hold = Interruption::hold();
     std::vector<Move> moves;
     try {
-        for (const QString &name : qAsConst(m_names)) {
-            // No file name begins with a dot, so that these are free.
-            const QString backup = stagedPath(QStringLiteral(".old-%1").arg(moves.size()));
-            moves.emplace_back(stagedPath(name), QDir(m_folder).filePath(name), backup);
+        for (const ExportStaging *staging : stagings) {
+            staging->move(moves);
         }
     } catch (const HostError &) {
         for (auto move = moves.rbegin(); move != moves.rend(); ++move) {
@@ -245,8 +267,27 @@ std::vector<WrittenFile> ExportStaging::commit()
         }
         throw;
     }
-    syncFolder(m_folder);
+    for (const ExportStaging *staging : stagings) {
+        syncFolder(staging->m_folder);
+    }
     return written;
+}
+
+void ExportStaging::check(std::vector<WrittenFile> &written) const
+{
+    for (const QString &name : m_names) {
+        written.push_back({QDir(m_folder).filePath(name), checkStaged(name)});
+    }
+    syncFolder(m_staging.path());
+}
+
+void ExportStaging::move(std::vector<Move> &moves) const
+{
+    for (const QString &name : m_names) {
+        // No file name begins with a dot, so that these are free.
+        const QString backup = stagedPath(QStringLiteral(".old-%1").arg(moves.size()));
+        moves.emplace_back(stagedPath(name), QDir(m_folder).filePath(name), backup);
+    }
 }
 
 QString ExportStaging::stagedPath(const QString &name) const
@@ -272,7 +313,7 @@ qint64 ExportStaging::checkStaged(const QString &name) const
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
         fail(file.errorString());
     }
-    QByteArray buffer(kProbeBytes, '\0');
+    QByteArray buffer(kBufferBytes, '\0');
     qint64 bytes = 0;
     for (qint64 got = 1; got > 0;) {
         got = file.read(buffer.data(), buffer.size());

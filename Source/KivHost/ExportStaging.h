@@ -67,7 +67,10 @@ public:
 
     /// Checks all files, puts them on the disk and then in place, replacing older ones. Throws
     /// HostError (ExitFailed); nothing has changed then.
-    std::vector<WrittenFile> commit();
+    std::vector<WrittenFile> commit() { return commitAll({this}); }
+
+    /// The same for the files of several: all of them or none.
+    static std::vector<WrittenFile> commitAll(const std::vector<ExportStaging *> &stagings);
 
     /// Why a file in the staging folder cannot be written, found by writing one; empty when it can.
     QString findWriteProblem() const;
@@ -75,6 +78,8 @@ public:
 private:
     struct Move;
 
+    void check(std::vector<WrittenFile> &written) const;
+    void move(std::vector<Move> &moves) const;
     QString stagedPath(const QString &name) const;
     qint64 checkStaged(const QString &name) const;
     void removeStaleFolders() const;
@@ -86,6 +91,9 @@ private:
     QStringList m_names;
     std::unique_ptr<Interruption::Cleanup> m_cleanup;
 };
+
+/// Why the file that is there, if one is, must not be replaced; empty when it may.
+QString replaceProblem(const QString &path);
 
 /// The sentence for a file that was not written.
 QString notWritten(const QString &target, const QString &reason);

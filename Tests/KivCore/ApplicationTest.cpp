@@ -100,7 +100,8 @@ TEST(WidgetUserInterface, SavesUnderTheProposedNameWithTheExtensionOfTheFilter)
         int filter;
         const char *saved;
     } cases[] = {{"marker", 0, "marker.txt"}, {"marker", 1, "marker.cut"}, {"marker", 2, "marker"},
-        {"marker.nc", 1, "marker.nc"}, {"50/50 cotton", 1, "50_50 cotton.cut"}};
+        {"marker.nc", 1, "marker.nc"}, {"50/50 cotton", 1, "50_50 cotton.cut"},
+        {"Shell 1.5", 1, "Shell 1.5.cut"}, {"marker.ai", 2, "marker.ai"}};
     WidgetUserInterface user(nullptr);
     for (const auto &c : cases) {
         onNextDialog<QFileDialog>([&directory](QFileDialog &dialog) {

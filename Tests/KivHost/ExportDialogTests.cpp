@@ -23,6 +23,7 @@
 #include <QFont>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMessageBox>
 #include <QProcess>
 #include <QSettings>
 #include <QTest>
@@ -104,6 +105,13 @@ protected:
                 change(dialog);
             }
             click(dialog, "export");
+        });
+    }
+    void answerBox(const QString &text, const QString &button)
+    {
+        driver.then("QMessageBox", [this, text, button](QWidget &box) {
+            EXPECT_EQ(static_cast<QMessageBox &>(box).text().remove(folder.path() + "/"), text);
+            press(box, button);
         });
     }
     void acceptFields()
@@ -222,7 +230,10 @@ TEST_F(ExportDialogTest, ChoicesOfAPanelOutliveTheProgram)
 {
     load(kTrousers);
     user->answers = {folder.path("a.cut"), folder.path("b.cut")};
-    choose("Cut File ANSI", [](QWidget &dialog) {
+    choose("Cut File Eastman", [](QWidget &dialog) {
+        in<QDoubleSpinBox>(dialog, "spinScaleX").setValue(97);
+        auto &list = in<QListWidget>(dialog, "formats");
+        list.setCurrentItem(list.findItems("Cut File ANSI", Qt::MatchExactly).value(0));
         QSettings().setValue("plot/spaceLayers", "5");
         in<QDoubleSpinBox>(dialog, "spinScaleX").setValue(98.5);
         in<QCheckBox>(dialog, "checkLabels").setChecked(true);
@@ -231,6 +242,8 @@ TEST_F(ExportDialogTest, ChoicesOfAPanelOutliveTheProgram)
     readReport();
     run();
     EXPECT_EQ(seen.files.size(), 2);
+    EXPECT_EQ(seen.sentences, QStringList("Your changes to the options of Cut File Eastman were "
+                                          "not kept: it was not exported."));
     EXPECT_TRUE(user->proposals.value(0).endsWith("Twill sand.cut"));
     EXPECT_FALSE(QSettings().contains("cut/CutInterPointsFreq"));
     EXPECT_GT(CDbMarkerShareGlobales::instance()->getCutInterPointsFreq(), 5);
@@ -265,7 +278,14 @@ TEST_F(ExportDialogTest, APanelWithAWrongValueKeepsTheDialogOpen)
     });
     driver.then("QMessageBox", [](QWidget &box) { press(box, "OK"); });
     driver.then("formats", [](QWidget &dialog) {
-        EXPECT_TRUE(in<QLineEdit>(dialog, "editCutterLengthX").isVisible());
+        auto &field = in<QLineEdit>(dialog, "editCutterLengthX");
+        EXPECT_TRUE(field.isVisible());
+        field.setText("1,5.x");
+        QTest::keyClick(&field, Qt::Key_Return);
+    });
+    driver.then("QMessageBox", [](QWidget &box) { press(box, "OK"); });
+    driver.then("formats", [](QWidget &dialog) {
+        EXPECT_EQ(in<QLineEdit>(dialog, "editCutterLengthX").text(), "1,5.x") << "not mended";
         click(dialog, "cancel");
     });
     run();
@@ -286,8 +306,11 @@ TEST_F(ExportDialogTest, CancellingAnyQuestionLeavesNothing)
     cancelDialog();
     run();
 
-    user->answers = {QString(), QString()};
-    choose("Cut File Eastman");
+    user->answers = {QString(), QString(), QString()};
+    choose("Cut File Eastman"); // two fabrics
+    answerBox("There is no name for the file of Twill sand.", "Back");
+    answerBox("There is no name for the file of Twill sand.", "Leave It Out");
+    answerBox("There is no name for the file of Check lining.", "Stop the Export");
     cancelDialog();
     run();
 
@@ -353,24 +376,38 @@ TEST_F(ExportDialogTest, CancelBetweenFilesKeepsThoseThatAreWritten)
     EXPECT_EQ(folder.contents(), QStringList("a.cut"));
     EXPECT_EQ(user->proposals.size(), 1);
     EXPECT_EQ(seen.files.size(), 1);
+    EXPECT_EQ(seen.sentences, QStringList("The export was stopped: no more files were asked for."));
 }
 
-TEST_F(ExportDialogTest, APlaceThatCannotBeWrittenIsToldInOneSentence)
+TEST_F(ExportDialogTest, ANameThatCannotBeWrittenIsToldInOneSentenceAndAskedForAgain)
 {
     load(kTrousers);
     folder.write("file", "x");
-    QDir().mkpath(folder.path("taken.txt"));
-    for (const QString &path : {QString("/proc/none/a.txt"), folder.path("file/a.txt"),
-             folder.path("taken.txt"), QString("/dev/full/a.txt")}) {
-        user->answers = {path};
-        choose("KIV System Manager (txt)");
-        readReport();
-        run();
-        EXPECT_EQ(seen.files, QStringList()) << path;
-        EXPECT_EQ(seen.sentences.size(), 1) << seen.sentences.join('|');
-        EXPECT_FALSE(seen.sentences.join('|').contains("Unexpected"));
+    QDir().mkpath(folder.path("taken.cut"));
+    const std::pair<QString, QString> refusals[] = {
+        {"/proc/none/a.cut", "/proc/none: the directory cannot be made: No such file or directory"},
+        {"/dev/full/a.cut", "/dev/full: is a file, expected a directory"},
+        {folder.path("file/a.cut"), "file: is a file, expected a directory"},
+        {folder.path("taken.cut"), "taken.cut: was not written: Is a directory"},
+        {folder.path(".cut"),
+            ".cut: was not written: a file needs a name before its first full stop"},
+        {folder.path("./a.nc"), "a.nc: was not written: a file of this export has the same name"},
+    };
+    user->answers = {folder.path("a.nc")};
+    choose("Cut File ANSI");
+    for (const auto &[path, sentence] : refusals) {
+        user->answers.push_back(path);
+        answerBox(sentence, "OK");
     }
-    EXPECT_EQ(folder.contents(), QStringList({"file", "taken.txt"}));
+    user->answers.push_back(QString());
+    answerBox("There is no name for the file of Check lining.", "Leave It Out");
+    readReport();
+    run();
+    EXPECT_EQ(seen.files.size(), 1);
+    EXPECT_EQ(seen.sentences, QStringList("Check lining: was left out."));
+    EXPECT_EQ(folder.contents(), QStringList({"a.nc", "file", "taken.cut"}));
+    EXPECT_TRUE(user->proposals.value(1).endsWith("Check lining.nc")) << "as the one before";
+    EXPECT_EQ(user->proposals.value(2), "/proc/none/a.cut") << "to be mended";
 }
 
 TEST_F(ExportDialogTest, AnOlderFileIsReplacedAndStaysWhenTheExportFails)
@@ -384,16 +421,22 @@ TEST_F(ExportDialogTest, AnOlderFileIsReplacedAndStaysWhenTheExportFails)
     EXPECT_NE(folder.read("a.txt"), "old");
     EXPECT_EQ(opened, QStringList("a.txt"));
 
-    folder.write("a.cut", "old"); // the same name for two fabrics: the first alone
-    user->answers = {folder.path("a.cut"), folder.path("./a.cut")};
+    const QByteArray before = "old"; // behind a link, and to be read by its owner alone
+    folder.write("real/a.cut", before);
+    QFile::link(folder.path("real/a.cut"), folder.path("a.cut"));
+    QFile::setPermissions(folder.path("real/a.cut"), QFile::ReadOwner | QFile::WriteOwner);
+    user->answers = {folder.path("a.cut"), folder.path("b.cut")};
+    user->asked = [this] { QDir().mkpath(folder.path("b.cut/in the way")); };
     choose("Cut File ANSI");
-    readReport();
+    user->answers.push_back(folder.path("c.cut"));
+    answerBox("b.cut: was not written: Is a directory", "OK");
+    driver.then("exportReport", [](QWidget &dialog) { click(dialog, "back"); });
+    cancelDialog();
     run();
-    EXPECT_EQ(seen.files.size(), 1);
-    EXPECT_EQ(seen.sentences,
-        QStringList("./a.cut: was not written: a file of this export has the same name"));
-
-    const QByteArray before = folder.read("a.cut");
+    EXPECT_EQ(QFileInfo(folder.path("a.cut")).symLinkTarget(), folder.path("real/a.cut"));
+    EXPECT_FALSE(QFileInfo(folder.path("real/a.cut")).permissions() & QFile::ReadOther);
+    const QByteArray now = folder.read("a.cut");
+    EXPECT_NE(now, before);
     const Folder withoutData; // the format finds no description of its machine
     application.reset();
     auto owned = std::make_unique<ListedFiles>(&window);
@@ -404,7 +447,7 @@ TEST_F(ExportDialogTest, AnOlderFileIsReplacedAndStaysWhenTheExportFails)
     run();
     EXPECT_EQ(seen.sentences.size(), 1);
     EXPECT_TRUE(seen.sentences.value(0).contains("ANSI.xml")) << seen.sentences.join('|');
-    EXPECT_EQ(folder.read("a.cut"), before);
+    EXPECT_EQ(folder.read("a.cut"), now);
 }
 
 TEST_F(ExportDialogTest, ARefusedFabricFailsTheFormat)

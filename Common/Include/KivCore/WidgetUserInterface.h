@@ -20,8 +20,9 @@ public:
 
     MainWindow *mainWindow() const override;
 
-    /// The dialog opens in the directory of the last saved file, asks before it overwrites, and
-    /// appends the extension of the filter in use to a name without one.
+    /// The dialog opens in the directory of the last saved file and asks before it overwrites. A
+    /// name without an extension (a letter and up to four letters and digits) gets that of the
+    /// filter in use; where the filter takes all files, that of the proposed name.
     QString getSaveFileName(const QStringList &filters, const QString &title,
         const QString &proposedName, int *selectedFilter, QWidget *parent) override;
 

@@ -19,6 +19,7 @@
 #include <QListWidget>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QSettings>
 #include <QStackedWidget>
@@ -59,17 +60,21 @@ private:
     void makeButtons(QVBoxLayout *layout);
     void showPage(Page page);
     int chosenFormat() const;
-    DocumentExporter *exporterOf(int format);
+    boost::shared_ptr<DocumentExporter> exporterOf(int format);
     void showChosenFormat();
+    QStringList unusedChanges() const;
     void startExport();
+    ExportReport exportAs(const FileFormat &format, DocumentExporter &exporter);
     bool askExporter(const FileFormat &format, DocumentExporter &exporter, QStringList &remarks);
     bool showProgress(const QString &text);
     void showReport(const ExportReport &report);
+    void goBack();
 
     const DocumentMak &m_document;
     ExporterFactory &m_factory;
     std::vector<FileFormat> m_formats;
     std::map<int, boost::shared_ptr<DocumentExporter>> m_exporters; // those that were looked at
+    std::map<int, QVariantList> m_values; // of their panels, before the user changes some
     QStackedWidget *m_pages;
     QListWidget *m_list = nullptr;
     ExportPanel *m_panel = nullptr;
@@ -77,6 +82,7 @@ private:
     ExportReportView *m_report;
     QPushButton *m_export = nullptr;
     QPushButton *m_cancel = nullptr;
+    QPushButton *m_back = nullptr;
     QPushButton *m_open = nullptr;
     QPushButton *m_close = nullptr;
     bool m_isRunning = false;
@@ -172,6 +178,7 @@ void ExportDialog::makeButtons(QVBoxLayout *layout)
         button->setToolTip(windowText(tip));
         return button;
     };
+    m_back = add("back", "&Back", "Export once more", QDialogButtonBox::ActionRole);
     m_open = add("open", "&Open", "Open the selected files and close this report",
         QDialogButtonBox::ActionRole);
     m_export = add(
@@ -180,6 +187,9 @@ void ExportDialog::makeButtons(QVBoxLayout *layout)
     m_close = add("close", "&Close", "Close this report", QDialogButtonBox::RejectRole);
     connect(box, &QDialogButtonBox::accepted, this, [this] { accept(); });
     connect(box, &QDialogButtonBox::rejected, this, [this] { reject(); });
+    // By a click it would take the focus from a field, which would mend a wrong value unseen.
+    m_export->setFocusPolicy(Qt::TabFocus);
+    connect(m_back, &QPushButton::clicked, this, [this] { goBack(); });
     connect(m_open, &QPushButton::clicked, this, [this] { m_report->openSelected(); });
     layout->addWidget(box);
 }
@@ -189,6 +199,7 @@ void ExportDialog::showPage(Page page)
     m_pages->setCurrentIndex(page);
     m_export->setVisible(page == ChoosePage);
     m_cancel->setVisible(page != ReportPage);
+    m_back->setVisible(page == ReportPage);
     m_open->setVisible(page == ReportPage);
     m_close->setVisible(page == ReportPage);
     (page == ReportPage ? m_close : m_export)->setDefault(true);
@@ -199,23 +210,26 @@ int ExportDialog::chosenFormat() const
     return m_list->currentRow();
 }
 
-ExportDialog::DocumentExporter *ExportDialog::exporterOf(int format)
+boost::shared_ptr<Exporter<DocumentMak>> ExportDialog::exporterOf(int format)
 {
     const auto known = m_exporters.find(format);
     if (known != m_exporters.end()) {
-        return known->second.get();
+        return known->second;
     }
     const QString &name = m_formats[static_cast<std::size_t>(format)].name;
-    return m_exporters.emplace(format, makeExporter(m_factory, name)).first->second.get();
+    return m_exporters.emplace(format, makeExporter(m_factory, name)).first->second;
 }
 
 void ExportDialog::showChosenFormat()
 {
-    DocumentExporter *exporter = chosenFormat() < 0 ? nullptr : exporterOf(chosenFormat());
+    const auto exporter = chosenFormat() < 0 ? nullptr : exporterOf(chosenFormat());
     m_export->setEnabled(exporter != nullptr);
     m_panel->showPanel(exporter == nullptr ? nullptr : exporter->optionsPanel(),
         exporter == nullptr ? windowText("The plug-in does not offer this format yet.")
                             : windowText("This format has no options."));
+    if (exporter != nullptr && exporter->optionsPanel() != nullptr) {
+        m_values.emplace(chosenFormat(), ExportPanel::valuesIn(*exporter->optionsPanel()));
+    }
 }
 
 void ExportDialog::accept()
@@ -257,7 +271,10 @@ bool ExportDialog::askExporter(
         panel->setProperty("prefOptions", panel->property("prefOptions"));
     }
     storeMarkerSettings();
+    remarks << unusedChanges();
     m_panel->release();
+    m_exporters.clear(); // their panels show what was stored before
+    m_values.clear();
     if (!exporter.prepare(m_document)) {
         QDialog::reject(); // the user may be on the way to another view
         return false;
@@ -265,44 +282,62 @@ bool ExportDialog::askExporter(
     return true;
 }
 
+// Several panels show the same settings: the one of the exported format is kept.
+QStringList ExportDialog::unusedChanges() const
+{
+    QStringList remarks;
+    for (const auto &[format, values] : m_values) {
+        const QWidget &panel = *m_exporters.at(format)->optionsPanel();
+        if (format != chosenFormat() && values != ExportPanel::valuesIn(panel)) {
+            remarks << windowText("Your changes to the options of %1 were not kept: it was not "
+                                  "exported.")
+                           .arg(m_formats[static_cast<std::size_t>(format)].name);
+        }
+    }
+    return remarks;
+}
+
 void ExportDialog::startExport()
 {
     const FileFormat &format = m_formats[static_cast<std::size_t>(chosenFormat())];
-    DocumentExporter &exporter = *exporterOf(chosenFormat());
+    const auto exporter = exporterOf(chosenFormat());
     QSettings().setValue(QLatin1String(kFormatKey), format.name);
     QStringList remarks;
     ExportReport report;
     try {
-        if (!askExporter(format, exporter, remarks)) {
+        if (!askExporter(format, *exporter, remarks)) {
             return;
         }
-        auto &user =
-            dynamic_cast<WindowUserInterface &>(KivApplication::instance()->userInterface());
-        ExportJob job(
-            format, m_document, this, [this](const QString &text) { return showProgress(text); });
-        m_isRunning = true;
-        m_isCancelled = false;
-        m_cancel->setEnabled(true);
-        showPage(ProgressPage);
-        user.setExportListener(&job);
-        report = job.run(exporter);
-        user.setExportListener(nullptr);
+        report = exportAs(format, *exporter);
     } catch (const HostError &error) {
         report.faults << error.sentence();
     } catch (const std::exception &error) {
         report.faults << notWritten(format.name, QString::fromUtf8(error.what()));
     }
     report.format = format.name;
-    m_isRunning = false;
     if (report.isEmpty()) { // every question was cancelled
-        m_exporters.erase(chosenFormat());
-        showPage(ChoosePage);
-        showChosenFormat();
-        m_list->setFocus();
-        return;
+        goBack();
+    } else {
+        report.remarks = remarks + report.remarks;
+        showReport(report);
     }
-    report.remarks = remarks + report.remarks;
-    showReport(report);
+}
+
+ExportReport ExportDialog::exportAs(const FileFormat &format, DocumentExporter &exporter)
+{
+    auto &user = dynamic_cast<WindowUserInterface &>(KivApplication::instance()->userInterface());
+    ExportJob job(
+        format, m_document, this, [this](const QString &text) { return showProgress(text); });
+    m_isRunning = true;
+    m_isCancelled = false;
+    m_cancel->setEnabled(true);
+    showPage(ProgressPage);
+    user.setExportListener(&job);
+    const auto end = qScopeGuard([this, &user] {
+        user.setExportListener(nullptr);
+        m_isRunning = false;
+    });
+    return job.run(exporter);
 }
 
 bool ExportDialog::showProgress(const QString &text)
@@ -318,6 +353,13 @@ void ExportDialog::showReport(const ExportReport &report)
     showPage(ReportPage);
     m_open->setEnabled(!report.written.empty());
     m_close->setFocus();
+}
+
+void ExportDialog::goBack()
+{
+    showPage(ChoosePage);
+    showChosenFormat();
+    m_list->setFocus();
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "ExportFiles.h"
 
 #include "Console.h"
+#include "WindowText.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -11,9 +12,20 @@ namespace KivSystem {
 
 namespace {
 
+// The file that a path leads to.
 QString placeOf(const QString &path)
 {
-    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    const QFileInfo info(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
+    return info.isSymLink() && info.exists() ? info.canonicalFilePath() : info.filePath();
+}
+
+// Two folders may be one.
+bool isSameFile(const QString &place, const QString &other)
+{
+    const QFileInfo info(place);
+    const QFileInfo otherInfo(other);
+    return place == other || (info.fileName() == otherInfo.fileName() && info.dir().exists() &&
+                                 info.dir().canonicalPath() == otherInfo.dir().canonicalPath());
 }
 
 } // namespace
@@ -22,26 +34,28 @@ ExportFiles::ExportFiles() = default;
 
 ExportFiles::~ExportFiles() = default;
 
-bool ExportFiles::contains(const QString &path) const
-{
-    const QString place = placeOf(path);
-    return std::any_of(
-        m_files.begin(), m_files.end(), [&place](const File &file) { return file.path == place; });
-}
-
 QString ExportFiles::add(const QString &path)
 {
     const QFileInfo info(placeOf(path));
-    if (info.baseName().isEmpty()) {
-        return path; // a format takes such a name for a cancelled dialog
-    }
-    if (info.isDir()) {
-        throw HostError(ExitFailed, notWritten(info.filePath(), QStringLiteral("Is a directory")));
-    }
+    checkNew(info.filePath());
     auto staging = std::make_unique<ExportStaging>(info.path(), info.suffix());
     const QString staged = staging->addNamedFile(info.fileName());
     m_files.push_back({info.filePath(), std::move(staging)});
     return staged;
+}
+
+void ExportFiles::checkNew(const QString &path) const
+{
+    QString problem = replaceProblem(path);
+    if (QFileInfo(path).baseName().isEmpty()) { // a format would take it for a cancelled dialog
+        problem = windowText("a file needs a name before its first full stop");
+    } else if (std::any_of(m_files.begin(), m_files.end(),
+                   [&path](const File &file) { return isSameFile(file.path, path); })) {
+        problem = windowText("a file of this export has the same name");
+    }
+    if (!problem.isEmpty()) {
+        throw HostError(ExitFailed, notWritten(path, problem));
+    }
 }
 
 QString ExportFiles::findWriteProblem() const
@@ -54,18 +68,13 @@ QString ExportFiles::currentTarget() const
     return m_files.empty() ? QString() : m_files.back().path;
 }
 
-ExportFiles::Result ExportFiles::commit()
+std::vector<WrittenFile> ExportFiles::commit()
 {
-    Result result;
+    std::vector<ExportStaging *> stagings;
     for (const File &file : m_files) {
-        try {
-            const std::vector<WrittenFile> written = file.staging->commit();
-            result.written.insert(result.written.end(), written.begin(), written.end());
-        } catch (const HostError &error) {
-            result.faults << error.sentence();
-        }
+        stagings.push_back(file.staging.get());
     }
-    return result;
+    return ExportStaging::commitAll(stagings);
 }
 
 } // namespace KivSystem

@@ -1,5 +1,5 @@
 // ExportFiles: the files of one export of the window. The user names each by its path; each is
-// written beside its place and put there at the end.
+// written beside its place, and all are put there at the end, or none.
 #ifndef KIVHOST_EXPORTFILES_H
 #define KIVHOST_EXPORTFILES_H
 
@@ -20,11 +20,8 @@ public:
 
     bool isEmpty() const { return m_files.empty(); }
 
-    /// Whether the file was named before.
-    bool contains(const QString &path) const;
-
-    /// Returns the path to write to, and a path without a name as it is. Throws HostError when
-    /// nothing can be written there.
+    /// Returns the path to write to. Throws HostError when the file cannot be written there or was
+    /// named before. The file behind a link is written, and the link stays.
     QString add(const QString &path);
 
     /// What spoke against the latest file, and its path; empty when nothing is found or none was
@@ -32,16 +29,12 @@ public:
     QString findWriteProblem() const;
     QString currentTarget() const;
 
-    struct Result
-    {
-        std::vector<WrittenFile> written;
-        QStringList faults; ///< a sentence for each file that was not
-    };
-
-    /// Puts each file in place or leaves what was there before.
-    Result commit();
+    /// Puts the files in place. Throws HostError; what was there before stays then.
+    std::vector<WrittenFile> commit();
 
 private:
+    void checkNew(const QString &path) const;
+
     struct File
     {
         QString path;

@@ -2,7 +2,9 @@
 
 #include "Console.h"
 #include "ExportSteps.h"
+#include "KivCore/Application.h"
 #include "KivMarker/Document.h"
+#include "KivMarker/Drawing.h"
 #include "WindowText.h"
 
 #include <QFileInfo>
@@ -21,11 +23,11 @@ ExportJob::ExportJob(const FileFormat &format, const DocumentMak &document, QWid
 
 ExportReport ExportJob::run(Exporter<DocumentMak> &exporter)
 {
+    m_isOneOfMany = exporter.prompt() && m_document.drawing()->getFabricsQty() > 1;
     if (write(exporter)) {
         putInPlace();
-    } else {
-        m_report.remarks = m_warnings + m_report.remarks;
     }
+    m_report.remarks = remarks();
     return m_report;
 }
 
@@ -49,49 +51,78 @@ bool ExportJob::write(Exporter<DocumentMak> &exporter)
 
 void ExportJob::putInPlace()
 {
-    ExportFiles::Result result = m_files.commit();
-    m_report.written = std::move(result.written);
-    m_report.faults += result.faults;
-    if (m_files.isEmpty() && m_report.faults.isEmpty() && !m_report.wasCancelled) {
+    try {
+        m_report.written = m_files.commit();
+    } catch (const HostError &error) {
+        m_report.faults << error.sentence();
+    }
+    if (m_files.isEmpty() && !m_wasCancelled) {
         m_report.faults << notWritten(
             m_format.name, m_warnings.isEmpty() ? windowText("the marker holds nothing for it")
                                                 : m_warnings.takeLast());
     }
-    m_report.remarks = m_warnings + m_report.remarks;
 }
 
-bool ExportJob::beginFile()
+QStringList ExportJob::remarks() const
 {
-    m_goesOn = m_goesOn && m_progress(windowText("Asking for the name of the next file"));
-    m_report.wasCancelled = m_report.wasCancelled || !m_goesOn;
-    return m_goesOn;
+    QStringList remarks = m_warnings + m_report.remarks;
+    if (m_report.written.empty() && m_report.faults.isEmpty()) {
+        return remarks; // all was cancelled, and the user knows
+    }
+    for (const QString &name : m_leftOut) {
+        remarks << windowText("%1: was left out.").arg(name);
+    }
+    if (m_isStopped) {
+        remarks << windowText("The export was stopped: no more files were asked for.");
+    }
+    return remarks;
+}
+
+bool ExportJob::beginFile(const QString &proposedName)
+{
+    const QString text = windowText("File %1: %2").arg(m_asked + 1).arg(proposedName);
+    m_isStopped = m_isStopped || m_wantsStop || !m_progress(text);
+    m_wasCancelled = m_wasCancelled || m_isStopped;
+    return !m_isStopped;
 }
 
 QString ExportJob::stageFile(const QString &path)
 {
-    const QString name = QFileInfo(path).fileName();
-    if (m_files.contains(path)) {
-        m_report.faults << notWritten(path, windowText("a file of this export has the same name"));
-        return QString();
+    const QString staged = m_files.add(path);
+    ++m_asked;
+    m_wantsStop = !m_progress(windowText("Writing %1").arg(QFileInfo(path).fileName()));
+    return staged;
+}
+
+// A file among others may be left out for good reason, or the user has had enough.
+bool ExportJob::asksAgain(const QString &proposedName)
+{
+    enum Answer
+    {
+        Back,
+        LeaveOut,
+        Stop
+    };
+    int answer = LeaveOut;
+    if (m_isOneOfMany || m_asked > 0) {
+        answer = KivApplication::instance()->confirmContinue(
+            windowText("There is no name for the file of %1.").arg(proposedName),
+            windowText("No File Name"), windowText("&Back"), windowText("&Leave It Out"),
+            windowText("&Stop the Export"), m_dialogParent);
     }
-    try {
-        const QString staged = m_files.add(path);
-        m_goesOn = m_progress(windowText("Writing %1").arg(name));
-        return staged;
-    } catch (const HostError &error) {
-        m_report.faults << error.sentence();
-        return QString();
+    if (answer == Back) {
+        return true;
     }
+    m_wasCancelled = true;
+    m_isStopped = answer == Stop;
+    m_leftOut << proposedName;
+    ++m_asked;
+    return false;
 }
 
 QString ExportJob::extension() const
 {
     return extensionOf(m_format);
-}
-
-void ExportJob::noteCancelled()
-{
-    m_report.wasCancelled = true;
 }
 
 void ExportJob::noteWarning(const QString &sentence)

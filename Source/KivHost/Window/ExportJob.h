@@ -21,7 +21,6 @@ struct ExportReport
     std::vector<WrittenFile> written;
     QStringList faults;  ///< a sentence for each thing that was not written
     QStringList remarks; ///< what the user should know of the written files
-    bool wasCancelled = false;
 
     bool isEmpty() const { return written.empty() && faults.isEmpty() && remarks.isEmpty(); }
 };
@@ -39,16 +38,18 @@ public:
     /// Writes the files that the user names. The exporter was asked all else before.
     ExportReport run(Exporter<DocumentMak> &exporter);
 
-    bool beginFile() override;
+    bool beginFile(const QString &proposedName) override;
     QString stageFile(const QString &path) override;
+    bool asksAgain(const QString &proposedName) override;
     QString extension() const override;
-    void noteCancelled() override;
+    void noteCancelled() override { m_wasCancelled = true; }
     void noteWarning(const QString &sentence) override;
     QWidget *dialogParent() override { return m_dialogParent; }
 
 private:
     bool write(Exporter<DocumentMak> &exporter);
     void putInPlace();
+    QStringList remarks() const;
 
     const FileFormat &m_format;
     const DocumentMak &m_document;
@@ -57,7 +58,12 @@ private:
     ExportFiles m_files;
     ExportReport m_report;
     QStringList m_warnings;
-    bool m_goesOn = true;
+    QStringList m_leftOut; // what the format proposed for files that were cancelled
+    int m_asked = 0;       // files
+    bool m_isOneOfMany = false;
+    bool m_wasCancelled = false;
+    bool m_wantsStop = false;
+    bool m_isStopped = false; // before a file was asked for
 };
 
 } // namespace KivSystem

@@ -2,6 +2,8 @@
 
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
+#include <QMetaProperty>
 #include <QScreen>
 #include <QScrollBar>
 #include <QVBoxLayout>
@@ -40,6 +42,9 @@ void ExportPanel::showPanel(QWidget *panel, const QString &text)
         panel->setParent(m_frame, Qt::Widget);
         m_frame->layout()->addWidget(panel);
         panel->installEventFilter(this);
+        for (QLineEdit *field : panel->findChildren<QLineEdit *>()) {
+            field->installEventFilter(this);
+        }
         panel->show();
         width = panel->minimumSizeHint().expandedTo(panel->minimumSize()).width();
     }
@@ -51,19 +56,41 @@ void ExportPanel::release()
 {
     if (m_panel != nullptr) {
         m_panel->removeEventFilter(this);
+        for (QLineEdit *field : m_panel->findChildren<QLineEdit *>()) {
+            field->removeEventFilter(this);
+        }
         m_frame->layout()->removeWidget(m_panel);
         m_panel->setParent(nullptr);
     }
     m_panel = nullptr;
 }
 
-// A panel that is a dialog of its own would take the two keys and close.
+QVariantList ExportPanel::valuesIn(const QWidget &panel)
+{
+    QVariantList values;
+    for (const QWidget *field : panel.findChildren<QWidget *>()) {
+        const QMetaProperty value = field->metaObject()->userProperty();
+        if (value.isValid()) {
+            values << value.read(field);
+        }
+    }
+    return values;
+}
+
+// A panel that is a dialog of its own would take the two keys and close. A field with a wrong value
+// would mend it at Enter, and what it makes of it would be exported before the user sees it.
 bool ExportPanel::eventFilter(QObject *object, QEvent *event)
 {
-    if (object != m_panel || event->type() != QEvent::KeyPress) {
+    if (event->type() != QEvent::KeyPress) {
         return false;
     }
-    const int key = static_cast<QKeyEvent *>(event)->key();
+    const auto *field = qobject_cast<QLineEdit *>(object);
+    const bool isMeant = field != nullptr ? !field->hasAcceptableInput() : object == m_panel;
+    return isMeant && takeKey(static_cast<QKeyEvent *>(event)->key());
+}
+
+bool ExportPanel::takeKey(int key)
+{
     const bool accepts = key == Qt::Key_Return || key == Qt::Key_Enter;
     if (accepts && onAccept) {
         onAccept();

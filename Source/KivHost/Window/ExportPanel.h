@@ -5,6 +5,7 @@
 
 #include <QPointer>
 #include <QScrollArea>
+#include <QVariant>
 
 #include <functional>
 
@@ -23,6 +24,9 @@ public:
     /// Gives the panel back.
     void release();
 
+    /// The values in the fields of a panel, to tell whether the user changed one.
+    static QVariantList valuesIn(const QWidget &panel);
+
     /// The keys Enter and Escape in a panel are meant for the dialog around it.
     std::function<void()> onAccept;
     std::function<void()> onReject;
@@ -31,6 +35,8 @@ protected:
     bool eventFilter(QObject *object, QEvent *event) override;
 
 private:
+    bool takeKey(int key);
+
     QPointer<QWidget> m_panel;
     QLabel *m_text;
     QWidget *m_frame;

@@ -1,5 +1,6 @@
 #include "WindowUserInterface.h"
 
+#include "Console.h"
 #include "KivCore/Dialog.h"
 
 #include <QDir>
@@ -24,11 +25,18 @@ QString proposedPath(const QString &directory, QString name)
     return directory.isEmpty() || !QDir(directory).exists() ? name : QDir(directory).filePath(name);
 }
 
+QString lastDirectory()
+{
+    return QSettings().value(QLatin1String(kDirectoryKey)).toString();
+}
+
+// Where none names the extension, the last, which takes all files.
 int filterFor(const QStringList &filters, const QString &extension)
 {
+    const QString pattern = QStringLiteral("*.") + extension;
     const auto found = std::find_if(filters.begin(), filters.end(),
-        [&](const QString &filter) { return filter.contains(QLatin1Char('*') + extension); });
-    return found != filters.end() ? static_cast<int>(found - filters.begin()) : 0;
+        [&pattern](const QString &filter) { return filter.contains(pattern); });
+    return found != filters.end() ? static_cast<int>(found - filters.begin()) : filters.size() - 1;
 }
 
 } // namespace
@@ -42,33 +50,51 @@ MainWindow *WindowUserInterface::mainWindow() const
     return m_dialogs.mainWindow();
 }
 
+void WindowUserInterface::setExportListener(ExportListener *listener)
+{
+    m_listener = listener;
+    m_extension = listener != nullptr ? listener->extension() : QString();
+    m_filter = -1;
+}
+
 QString WindowUserInterface::getSaveFileName(const QStringList &filters, const QString &title,
     const QString &proposedName, int *selectedFilter, QWidget *parent)
 {
-    if (m_listener != nullptr && !m_listener->beginFile()) {
-        return QString();
+    if (m_listener != nullptr) {
+        return askForExportFile(filters, title, proposedName);
     }
-    QSettings settings;
-    const QString directory = settings.value(QLatin1String(kDirectoryKey)).toString();
-    QString proposal = proposedPath(directory, proposedName);
-    int filter = selectedFilter != nullptr ? *selectedFilter : 0;
-    if (m_listener != nullptr) { // a name may have a full stop, and the first filter is for texts
-        const QString extension = QLatin1Char('.') + m_listener->extension();
-        proposal += extension;
-        filter = filterFor(filters, extension);
+    return askForFile(
+        filters, title, proposedPath(lastDirectory(), proposedName), selectedFilter, parent);
+}
+
+// Until the user names a file that can be written, or leaves it out.
+QString WindowUserInterface::askForExportFile(
+    const QStringList &filters, const QString &title, const QString &proposedName)
+{
+    if (m_filter < 0) {
+        m_filter = filterFor(filters, m_extension);
     }
-    const QString path = askForFile(filters, title, proposal, &filter, parentFor(parent));
-    if (selectedFilter != nullptr) {
-        *selectedFilter = filter;
-    }
-    if (path.isEmpty()) {
-        if (m_listener != nullptr) {
-            m_listener->noteCancelled();
+    // The name may have a full stop, so that no dialog could tell its extension.
+    QString proposal = proposedPath(lastDirectory(), proposedName + QLatin1Char('.') + m_extension);
+    while (m_listener->beginFile(proposedName)) {
+        const QString path = askForFile(filters, title, proposal, &m_filter, parentFor(nullptr));
+        if (path.isEmpty()) {
+            if (m_listener->asksAgain(proposedName)) {
+                continue;
+            }
+            return QString();
         }
-        return path;
+        QSettings().setValue(QLatin1String(kDirectoryKey), QFileInfo(path).absolutePath());
+        try {
+            const QString staged = m_listener->stageFile(path);
+            m_extension = QFileInfo(path).suffix();
+            return staged;
+        } catch (const HostError &error) {
+            m_dialogs.displayWarning(error.sentence(), QString(), parentFor(nullptr));
+            proposal = path;
+        }
     }
-    settings.setValue(QLatin1String(kDirectoryKey), QFileInfo(path).absolutePath());
-    return m_listener != nullptr ? m_listener->stageFile(path) : path;
+    return QString();
 }
 
 QString WindowUserInterface::askForFile(const QStringList &filters, const QString &title,

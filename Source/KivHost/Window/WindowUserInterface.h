@@ -13,9 +13,12 @@ class ExportListener
 public:
     virtual ~ExportListener() = default;
     /// Before the user is asked for a file; false answers the question as cancelled.
-    virtual bool beginFile() = 0;
-    /// The user chose `path`. Returns where to write it, empty to count as cancelled.
+    virtual bool beginFile(const QString &proposedName) = 0;
+    /// The user chose `path`. Returns where to write it. Throws HostError when it cannot be: the
+    /// user is told and asked again.
     virtual QString stageFile(const QString &path) = 0;
+    /// The user cancelled the question for a file; true has it asked again.
+    virtual bool asksAgain(const QString &proposedName) = 0;
     /// Of the files that are asked for: "cut".
     virtual QString extension() const = 0;
     /// The user cancelled a dialog of the format.
@@ -34,7 +37,7 @@ public:
     ~WindowUserInterface() override;
 
     /// `listener` is borrowed; null ends the export.
-    void setExportListener(ExportListener *listener) { m_listener = listener; }
+    void setExportListener(ExportListener *listener);
 
     MainWindow *mainWindow() const override;
     QString getSaveFileName(const QStringList &filters, const QString &title,
@@ -50,10 +53,14 @@ protected:
         const QString &proposedPath, int *selectedFilter, QWidget *parent);
 
 private:
+    QString askForExportFile(
+        const QStringList &filters, const QString &title, const QString &proposedName);
     QWidget *parentFor(QWidget *parent) const;
 
     WidgetUserInterface m_dialogs;
     ExportListener *m_listener = nullptr;
+    QString m_extension; // of the files of the export: the user's choice holds for the next
+    int m_filter = -1;   // the same; none yet
 };
 
 } // namespace KivSystem
