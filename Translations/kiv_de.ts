@@ -155,6 +155,14 @@
         <source>Generate Individual Cut Files for Blocks (Multiple Pieces)</source>
         <translation>Eigene Schneidedateien für Blöcke erzeugen (mehrere Teile)</translation>
     </message>
+    <message>
+        <source>Reduce Number of Points</source>
+        <translation>Anzahl der Punkte verringern</translation>
+    </message>
+    <message>
+        <source>Generate Intermediate Points</source>
+        <translation>Zwischenpunkte erzeugen</translation>
+    </message>
 </context>
 <context>
     <name>CutParametersEastman</name>

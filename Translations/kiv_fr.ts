@@ -155,6 +155,14 @@
         <source>Generate Individual Cut Files for Blocks (Multiple Pieces)</source>
         <translation>Générer un fichier de coupe par bloc (plusieurs pièces)</translation>
     </message>
+    <message>
+        <source>Reduce Number of Points</source>
+        <translation>Réduire le nombre de points</translation>
+    </message>
+    <message>
+        <source>Generate Intermediate Points</source>
+        <translation>Générer des points intermédiaires</translation>
+    </message>
 </context>
 <context>
     <name>CutParametersEastman</name>

@@ -1,6 +1,7 @@
 #include "KivCore/Dialog.h"
 
 #include "KivCore/Application.h"
+#include "KivCore/ExactValue.h"
 #include "KivCore/Validator.h"
 
 #include <QLabel>
@@ -24,6 +25,14 @@ QString fieldName(const QWidget &dialog, const QLineEdit &lineEdit)
         }
     }
     return lineEdit.accessibleName();
+}
+
+/// A value that came with the field may be in range where its text, which is rounded, is not.
+bool isExactlyInRange(const QLineEdit &lineEdit, const KivValidatorBase &validator)
+{
+    const boost::optional<double> value = exactValue(&lineEdit);
+    const auto [lowest, highest] = validator.valueRange();
+    return value && *value >= lowest && *value <= highest;
 }
 
 } // namespace
@@ -54,7 +63,7 @@ bool KivDialog::validateInputs()
 bool KivDialog::validateInput(QLineEdit *lineEdit, const KivValidatorBase *validator)
 {
     const auto [valid, inRange] = validator->validAndInRange(lineEdit->text());
-    if (valid && inRange) {
+    if (valid && (inRange || isExactlyInRange(*lineEdit, *validator))) {
         return true;
     }
     lineEdit->setFocus(Qt::OtherFocusReason);

@@ -340,6 +340,32 @@ TEST_F(CutPanel, ShowsLengthsInTheUsersUnit)
     EXPECT_DOUBLE_EQ(settings.getCutLength(), 508);
 }
 
+TEST_F(CutPanel, JudgesAValueThatItShowsRoundedByItself)
+{
+    KivConventions conventions;
+    conventions.length = LengthUnit::Inch;
+    KivLocale::setApplicationConventions(conventions);
+    CutSettings exact;
+    exact.cutLength = 175; // "68.898 in" are 175.0009 cm
+    exact.cutInterPoints = true;
+    exact.cutInterPointsFreq = 253.9; // the highest; "99.961 in" are 253.901 cm
+    exact.reducePointsTolerance = 0.05;
+    settings.setCutSettings(exact);
+    ANSIOptionsWidget panel(nullptr);
+    type(panel, "editThreshold", "68.898");
+    type(panel, "editNumberOfPoint", ""); // disabled
+    EXPECT_TRUE(panel.validateInputs());
+    EXPECT_TRUE(panel.close());
+    EXPECT_TRUE(user->warnings.empty());
+    EXPECT_EQ(settings.getCutThresholdAdvance(), 175);
+    EXPECT_EQ(settings.getReducePointsTolerance(), 0.05);
+
+    type(panel, "editGeneratePoint", "99.962");
+    EXPECT_FALSE(panel.validateInputs());
+    ASSERT_EQ(user->warnings.size(), 1U);
+    EXPECT_TRUE(user->warnings[0].message.startsWith("Generate Intermediate Points: "));
+}
+
 TEST_F(CutPanel, GivesBackTheVeryValuesThatNobodyTouched)
 {
     KivConventions conventions;

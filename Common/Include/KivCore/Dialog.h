@@ -26,8 +26,9 @@ public:
     /// The dialog itself need not be shown.
     bool validateInputs();
 
-    /// Checks the text of one line edit against `validator`, which need not be its own. On failure
-    /// brings the focus to it, tells the user the permitted range and returns false.
+    /// Checks the text of one line edit, or its exact value (see ExactValue.h), against
+    /// `validator`, which need not be its own. On failure brings the focus to it, tells the user
+    /// the permitted range and returns false.
     bool validateInput(QLineEdit *lineEdit, const KivValidatorBase *validator);
 
     /// Runs the dialog through the application's user interface, so that a command line or a test

@@ -272,7 +272,7 @@ bool ExportDialog::askExporter(
     }
     storeMarkerSettings();
     remarks << unusedChanges();
-    m_panel->release();
+    m_panel->showPanel(nullptr, windowText("The options are stored."));
     m_exporters.clear(); // their panels show what was stored before
     m_values.clear();
     if (!exporter.prepare(m_document)) {
@@ -282,13 +282,21 @@ bool ExportDialog::askExporter(
     return true;
 }
 
+// Panels that hand their values on when they are asked to; others store each at once.
+bool isAskedForValues(const QWidget &panel)
+{
+    return qobject_cast<const KivDialog *>(&panel) != nullptr ||
+           panel.property("prefOptions").isValid();
+}
+
 // Several panels show the same settings: the one of the exported format is kept.
 QStringList ExportDialog::unusedChanges() const
 {
     QStringList remarks;
     for (const auto &[format, values] : m_values) {
         const QWidget &panel = *m_exporters.at(format)->optionsPanel();
-        if (format != chosenFormat() && values != ExportPanel::valuesIn(panel)) {
+        if (format != chosenFormat() && isAskedForValues(panel) &&
+            values != ExportPanel::valuesIn(panel)) {
             remarks << windowText("Your changes to the options of %1 were not kept: it was not "
                                   "exported.")
                            .arg(m_formats[static_cast<std::size_t>(format)].name);
@@ -373,6 +381,7 @@ void runExportDialog(MainWindow &window, const DocumentMak &document, ExporterFa
         throw HostError(ExitFailed, windowText("There is no window to ask for file names."));
     }
     ExportDialog(window, document, factory, openFile).execModal();
+    window.activateWindow(); // a question that closes together with the dialog may leave no focus
 }
 
 } // namespace KivSystem

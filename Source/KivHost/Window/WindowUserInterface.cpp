@@ -1,6 +1,7 @@
 #include "WindowUserInterface.h"
 
 #include "Console.h"
+#include "FileNames.h"
 #include "KivCore/Dialog.h"
 
 #include <QDir>
@@ -75,7 +76,8 @@ QString WindowUserInterface::askForExportFile(
         m_filter = filterFor(filters, m_extension);
     }
     // The name may have a full stop, so that no dialog could tell its extension.
-    QString proposal = proposedPath(lastDirectory(), proposedName + QLatin1Char('.') + m_extension);
+    const QString fileName = fileNameFrom(proposedName) + QLatin1Char('.') + m_extension;
+    QString proposal = proposedPath(lastDirectory(), fileName);
     while (m_listener->beginFile(proposedName)) {
         const QString path = askForFile(filters, title, proposal, &m_filter, parentFor(nullptr));
         if (path.isEmpty()) {

@@ -115,16 +115,18 @@ bool ANSIOptionsWidget::applyChanges()
     writeExternalCut();
     to.setCutCommandM69(m_ui->checkGenerate->isChecked());
 
+    // Two lengths may differ where nobody can see it, and be equal where the user sees them.
     const double length = lengthIn(m_ui->editCutterLengthX);
     const double threshold = lengthIn(m_ui->editThreshold);
-    if (threshold > length) {
+    const double shownThreshold = shownLength(m_ui->editThreshold);
+    if (threshold > length && shownThreshold > shownLength(m_ui->editCutterLengthX)) {
         m_ui->tabWidget->setCurrentIndex(kFrameAdvanceTab);
-        const KivLengthValidator atLeastThreshold(threshold, kLongestCutter);
+        const KivLengthValidator atLeastThreshold(shownThreshold, kLongestCutter);
         validateInput(m_ui->editCutterLengthX, &atLeastThreshold);
         return false;
     }
     to.setCutLength(length);
-    to.setCutThresholdAdvance(threshold);
+    to.setCutThresholdAdvance(qMin(threshold, length));
     to.setCutBlocking(m_ui->checkSinglePiece->isChecked());
     to.setCutFusing(static_cast<short>(m_ui->comboCutBlocks->currentIndex()));
     to.setMiniCutFileBlock(m_ui->checkMutiplePieces->isChecked());

@@ -1,5 +1,6 @@
 #include "CutFields.h"
 
+#include "KivCore/ExactValue.h"
 #include "KivCore/Locale.h"
 #include "KivCore/Validator.h"
 
@@ -13,21 +14,10 @@ namespace {
 constexpr char kShown[] = "kivShown"; // as the field shows it
 constexpr char kGiven[] = "kivGiven"; // the value itself
 
-double given(const QWidget *field)
+// A field that nobody checks, as it is disabled, may show anything.
+double valueOf(const QLineEdit *edit, const KivParse &text)
 {
-    return field->property(kGiven).toDouble();
-}
-
-bool isUntouched(const QLineEdit *edit)
-{
-    return edit->text() == edit->property(kShown).toString();
-}
-
-void show(QLineEdit *edit, const QString &text, double value)
-{
-    edit->setText(text);
-    edit->setProperty(kShown, text);
-    edit->setProperty(kGiven, value);
+    return exactValue(edit).value_or(text.valid ? text.value : givenValue(edit));
 }
 
 } // namespace
@@ -39,22 +29,27 @@ void setLengthBounds(QLineEdit *edit, double lowest, double highest)
 
 void showLength(QLineEdit *edit, double centimetres)
 {
-    show(edit, KivLocale().formatLength(centimetres, KivLocale::WithUnit), centimetres);
+    showExactValue(edit, KivLocale().formatLength(centimetres, KivLocale::WithUnit), centimetres);
+}
+
+double shownLength(const QLineEdit *edit)
+{
+    return KivLocale().parseLength(edit->text()).value;
 }
 
 double lengthIn(const QLineEdit *edit)
 {
-    return isUntouched(edit) ? given(edit) : KivLocale().parseLength(edit->text()).value;
+    return valueOf(edit, KivLocale().parseLength(edit->text()));
 }
 
 void showAngle(QLineEdit *edit, double degrees)
 {
-    show(edit, KivLocale().formatAngle(degrees, KivLocale::WithUnit), degrees);
+    showExactValue(edit, KivLocale().formatAngle(degrees, KivLocale::WithUnit), degrees);
 }
 
 double angleIn(const QLineEdit *edit)
 {
-    return isUntouched(edit) ? given(edit) : KivLocale().parseAngle(edit->text()).value;
+    return valueOf(edit, KivLocale().parseAngle(edit->text()));
 }
 
 void showScale(QDoubleSpinBox *spin, double percent)
@@ -67,7 +62,8 @@ void showScale(QDoubleSpinBox *spin, double percent)
 
 double scaleIn(const QDoubleSpinBox *spin)
 {
-    return spin->value() == spin->property(kShown).toDouble() ? given(spin) : spin->value();
+    return spin->value() == spin->property(kShown).toDouble() ? spin->property(kGiven).toDouble()
+                                                              : spin->value();
 }
 
 } // namespace NC

@@ -12,15 +12,18 @@ namespace NC {
 
 /// Bounds of the length in a line edit, in cm.
 void setLengthBounds(QLineEdit *edit, double lowest, double highest);
+
 // A field shows its value with the decimals that the user reads. As long as nobody types into it,
 // it gives back the very value that it was given: a cut does not change because a panel was looked
 // at.
 
-/// A length in cm, in the user's unit; a text that is none reads as 0.
+/// A length in cm, in the user's unit; for a text that is none the one that was shown.
 void showLength(QLineEdit *edit, double centimetres);
 double lengthIn(const QLineEdit *edit);
+/// As the user reads it, with the decimals of the text; 0 for a text that is none.
+double shownLength(const QLineEdit *edit);
 
-/// An angle in degrees; a text that is none reads as 0.
+/// An angle in degrees; for a text that is none the one that was shown.
 void showAngle(QLineEdit *edit, double degrees);
 double angleIn(const QLineEdit *edit);
 
