@@ -15,8 +15,6 @@ namespace KivSystem {
 namespace {
 
 constexpr double kMargin = 16;           // pixels
-constexpr double kKeyZoom = 1.25;        // of a key, and of one notch of the wheel
-constexpr double kKeyShift = 60;         // pixels
 constexpr double kMostScale = 5000;      // pixels for a cm
 constexpr int kMostSmoothPoints = 60000; // a picture of more is drawn without smoothing
 
@@ -39,9 +37,8 @@ PictureView::PictureView(Picture picture, QWidget *parent)
     setToolTip(windowText("Wheel, + and -: zoom. Drag, arrow keys: move. F: show all."));
 }
 
-void PictureView::fit()
+void PictureView::showAll()
 {
-    m_fitted = true;
     setView(fitting(m_bounds, size(), kMargin));
 }
 
@@ -51,31 +48,25 @@ void PictureView::show(const QRectF &area)
         fit();
         return;
     }
-    m_fitted = false;
+    leaveFit();
     setView(fitting(area, size(), kMargin));
 }
 
-void PictureView::zoom(double factor, const QPointF &about)
+void PictureView::zoomAbout(const QPointF &place, double factor)
 {
     const double least = std::abs(fitting(m_bounds, size(), kMargin).m11()) / 4;
     const double scale = std::abs(m_view.m11());
     factor = qBound(least / scale, factor, std::max(kMostScale, scale) / scale);
-    m_fitted = false;
+    leaveFit();
     QTransform view = m_view;
-    view *= QTransform::fromTranslate(-about.x(), -about.y());
+    view *= QTransform::fromTranslate(-place.x(), -place.y());
     view *= QTransform::fromScale(factor, factor);
-    view *= QTransform::fromTranslate(about.x(), about.y());
+    view *= QTransform::fromTranslate(place.x(), place.y());
     setView(view);
 }
 
-void PictureView::zoomBy(double factor)
+void PictureView::moveBy(const QPointF &way, bool)
 {
-    zoom(factor, QPointF(width() / 2.0, height() / 2.0));
-}
-
-void PictureView::moveBy(const QPointF &way)
-{
-    m_fitted = false;
     setView(m_view * QTransform::fromTranslate(way.x(), way.y()));
 }
 
@@ -111,7 +102,7 @@ void PictureView::paintEvent(QPaintEvent *)
 
 void PictureView::resizeEvent(QResizeEvent *)
 {
-    if (m_fitted) {
+    if (isFitted()) {
         fit();
     } else {
         setView(m_view);
@@ -120,52 +111,29 @@ void PictureView::resizeEvent(QResizeEvent *)
 
 void PictureView::wheelEvent(QWheelEvent *event)
 {
-    zoom(std::pow(kKeyZoom, event->angleDelta().y() / 120.0), event->position());
-    event->accept();
+    turnWheel(*event);
 }
 
 void PictureView::mousePressEvent(QMouseEvent *event)
 {
-    m_dragged = event->localPos();
-    setCursor(Qt::ClosedHandCursor);
+    startPan(event->localPos());
 }
 
 void PictureView::mouseMoveEvent(QMouseEvent *event)
 {
-    if (event->buttons() != Qt::NoButton) {
-        moveBy(event->localPos() - m_dragged);
-        m_dragged = event->localPos();
+    if (isPanning()) {
+        pan(event->localPos());
     }
 }
 
 void PictureView::mouseReleaseEvent(QMouseEvent *)
 {
-    setCursor(Qt::OpenHandCursor);
+    endPan();
 }
 
 void PictureView::keyPressEvent(QKeyEvent *event)
 {
-    switch (event->key()) {
-    case Qt::Key_Plus:
-    case Qt::Key_Equal:
-        zoomBy(kKeyZoom);
-        break;
-    case Qt::Key_Minus:
-        zoomBy(1 / kKeyZoom);
-        break;
-    case Qt::Key_Left:
-        moveBy({kKeyShift, 0});
-        break;
-    case Qt::Key_Right:
-        moveBy({-kKeyShift, 0});
-        break;
-    case Qt::Key_Up:
-        moveBy({0, kKeyShift});
-        break;
-    case Qt::Key_Down:
-        moveBy({0, -kKeyShift});
-        break;
-    default:
+    if (!pressKey(*event)) {
         QWidget::keyPressEvent(event);
     }
 }

@@ -1,5 +1,4 @@
-// PictureView: shows a picture that can be zoomed and moved: the wheel and + and - zoom, dragging
-// and the arrow keys move, F shows all of it.
+// PictureView: shows a picture that can be zoomed and moved; any button drags it.
 #ifndef KIVHOST_PICTUREVIEW_H
 #define KIVHOST_PICTUREVIEW_H
 
@@ -17,10 +16,6 @@ class PictureView : public QWidget, public ZoomableView
 public:
     explicit PictureView(Picture picture, QWidget *parent = nullptr);
 
-    void fit() override;
-    void zoomBy(double factor) override;
-    /// About a point of the widget, which stays where it is.
-    void zoom(double factor, const QPointF &about);
     /// So that this part of the picture is in sight; a null one shows all.
     void show(const QRectF &area);
 
@@ -40,17 +35,20 @@ protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
+    QWidget &canvas() override { return *this; }
+    Qt::CursorShape restingCursor() const override { return Qt::OpenHandCursor; }
+    void showAll() override;
+    void zoomAbout(const QPointF &place, double factor) override;
+    void moveBy(const QPointF &way, bool wasFitted) override;
+
 private:
     void setView(const QTransform &view);
-    void moveBy(const QPointF &way);
 
     Picture m_picture;
     QRectF m_bounds;
     QTransform m_view;
     QPixmap m_drawn; // of the picture by the view; null when it has to be drawn anew
-    QPointF m_dragged;
     int m_points = 0;
-    bool m_fitted = true; // follows the widget's size
 };
 
 } // namespace KivSystem

@@ -120,15 +120,9 @@ void HostWindow::exportMarker()
 // A file that cannot be read any more leaves the marker open as it was.
 void HostWindow::reloadMarker()
 {
-    QMdiSubWindow *const old = mdiArea()->currentSubWindow();
-    const QString path = activeMarker()->path();
-    const short fabric = activeMarker()->fabric();
-    runWarning(this, [&] {
-        auto child = std::make_unique<MarkerChild>(loadMarker(path), viewOptions());
-        child->showFabric(fabric);
-        old->close();
-        addChild(child.release(), path);
-    });
+    if (MarkerChild *marker = activeMarker()) {
+        runWarning(this, [&] { marker->setDocument(loadMarker(marker->path())); });
+    }
 }
 
 void HostWindow::editSettings()

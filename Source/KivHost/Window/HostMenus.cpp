@@ -202,15 +202,15 @@ void HostWindow::makeWindowMenu()
 {
     m_windowMenu = addMenu(*this, "&Window");
     addCommand(m_windowMenu, "tabs", "Ta&bs", "Ctrl+Shift+T", "Show one file at a time, with tabs",
-        [this] { mdiArea()->setViewMode(QMdiArea::TabbedView); });
+        [this] { showTabs(true); });
     addCommand(
         m_windowMenu, "tile", "&Tile", "Ctrl+Shift+L", "Show all files beside each other", [this] {
-            mdiArea()->setViewMode(QMdiArea::SubWindowView);
+            showTabs(false);
             mdiArea()->tileSubWindows();
         });
     addCommand(m_windowMenu, "cascade", "&Cascade", "Ctrl+Shift+C",
         "Show the files one over the other", [this] {
-            mdiArea()->setViewMode(QMdiArea::SubWindowView);
+            showTabs(false);
             mdiArea()->cascadeSubWindows();
         });
     m_windowMenu->addSeparator();

@@ -36,6 +36,7 @@ constexpr int kLeastHeight = 200;
 const char *const kRecentKey = "window/recent_files";
 const char *const kGeometryKey = "window/geometry";
 const char *const kStateKey = "window/state";
+const char *const kTabsKey = "window/tabs";
 
 // An ampersand in a file's name is no mnemonic.
 QString menuText(int number, const QString &text)
@@ -53,13 +54,9 @@ HostWindow::HostWindow(QWidget *parent) : MainWindow(parent)
     setObjectName(QStringLiteral("hostWindow"));
     setWindowTitle(QStringLiteral("kivhost"));
     setAcceptDrops(true);
-    mdiArea()->setViewMode(QMdiArea::TabbedView);
     mdiArea()->setTabsClosable(true);
     mdiArea()->setTabsMovable(true);
     mdiArea()->setDocumentMode(true);
-    for (QTabBar *tabs : mdiArea()->findChildren<QTabBar *>()) {
-        tabs->setExpanding(false);
-    }
     makeFileMenu();
     makeEditMenu();
     makeViewMenu();
@@ -182,6 +179,16 @@ void HostWindow::fillWindowMenu()
     }
 }
 
+// The area makes its bar of tabs anew each time.
+void HostWindow::showTabs(bool shown)
+{
+    mdiArea()->setViewMode(shown ? QMdiArea::TabbedView : QMdiArea::SubWindowView);
+    for (QTabBar *tabs : mdiArea()->findChildren<QTabBar *>()) {
+        tabs->setExpanding(false);
+    }
+    m_storeTimer.start();
+}
+
 void HostWindow::updateActions()
 {
     MarkerChild *const marker = activeMarker();
@@ -191,16 +198,20 @@ void HostWindow::updateActions()
     for (const char *name : {"zoomIn", "zoomOut", "fit"}) {
         findChild<QAction *>(QLatin1String(name))->setEnabled(activeView() != nullptr);
     }
-    const bool selects = marker != nullptr && !marker->isZentrimView();
+    const bool isZentrim = marker != nullptr && marker->isZentrimView();
     for (const char *name : {"selectAll", "selectNone", "find", "fitSelection"}) {
-        findChild<QAction *>(QLatin1String(name))->setEnabled(selects);
+        findChild<QAction *>(QLatin1String(name))->setEnabled(marker != nullptr && !isZentrim);
+    }
+    // The Zentrim view has nothing of these.
+    for (const char *name : {"fillByColour", "fillByStyle", "fillBySize", "guideLines"}) {
+        findChild<QAction *>(QLatin1String(name))->setEnabled(!isZentrim);
     }
     m_export->setEnabled(marker != nullptr && m_factory != nullptr);
     m_export->setToolTip(m_factory != nullptr ? windowText("Write the marker in other formats")
                                               : windowText("The plug-in that exports is missing"));
     m_export->setStatusTip(m_export->toolTip());
     m_close->setEnabled(activeMdiChild() != nullptr);
-    m_zentrim->setChecked(marker != nullptr && marker->isZentrimView());
+    m_zentrim->setChecked(isZentrim);
     const QMdiSubWindow *current = mdiArea()->currentSubWindow();
     setWindowTitle(current != nullptr
                        ? QStringLiteral("%1 - kivhost").arg(current->property("path").toString())
@@ -212,6 +223,7 @@ void HostWindow::storeWindow()
     QSettings settings;
     settings.setValue(QLatin1String(kGeometryKey), saveGeometry());
     settings.setValue(QLatin1String(kStateKey), saveState());
+    settings.setValue(QLatin1String(kTabsKey), mdiArea()->viewMode() == QMdiArea::TabbedView);
 }
 
 void HostWindow::restoreWindow()
@@ -220,6 +232,7 @@ void HostWindow::restoreWindow()
     resize(QSize(kFirstWidth, kFirstHeight).boundedTo(screen()->availableGeometry().size()));
     restoreGeometry(settings.value(QLatin1String(kGeometryKey)).toByteArray());
     restoreState(settings.value(QLatin1String(kStateKey)).toByteArray());
+    showTabs(settings.value(QLatin1String(kTabsKey), true).toBool());
 }
 
 void HostWindow::closeEvent(QCloseEvent *event)

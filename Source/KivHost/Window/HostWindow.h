@@ -86,6 +86,7 @@ private:
     void fillRecentMenu();
     void fillWindowMenu();
     void updateActions();
+    void showTabs(bool shown);
     SceneOptions viewOptions() const;
     void applyViewOptions();
     void storeWindow();

@@ -8,6 +8,7 @@
 #include "MarkerView.h"
 #include "PieceList.h"
 #include "Ruler.h"
+#include "TypeAhead.h"
 #include "WindowText.h"
 #include "ZentrimView.h"
 
@@ -17,6 +18,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QSettings>
+#include <QSignalBlocker>
 #include <QSplitter>
 #include <QVBoxLayout>
 
@@ -35,13 +37,24 @@ public:
     WaitCursor &operator=(const WaitCursor &) = delete;
 };
 
+// The wanted one if the drawing has it, else the one that it was stored with, else the first.
+short fabricOf(const CDbMarkerDrawing &drawing, short wanted)
+{
+    for (const short number : {wanted, drawing.currentFabric}) {
+        if (drawing.getFabric(static_cast<short>(number - 1)) != nullptr) {
+            return number;
+        }
+    }
+    return 1;
+}
+
 } // namespace
 
 MarkerChild::MarkerChild(std::unique_ptr<DocumentMak> document, const SceneOptions &options)
     : m_document(std::move(document))
     , m_options(options)
+    , m_fabric(fabricOf(*m_document->drawing(), m_document->drawing()->currentFabric))
 {
-    const CDbMarkerDrawing &drawing = *m_document->drawing();
     setWindowTitle(m_document->name());
     m_splitter = new QSplitter(this);
     m_splitter->setObjectName(QStringLiteral("markerSplitter"));
@@ -54,23 +67,15 @@ MarkerChild::MarkerChild(std::unique_ptr<DocumentMak> document, const SceneOptio
     connect(m_splitter, &QSplitter::splitterMoved, this,
         [this] { QSettings().setValue(QLatin1String(kSplitterKey), m_splitter->saveState()); });
 
-    auto *footer = new QHBoxLayout;
-    m_status = new QLabel(this);
-    m_status->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    m_status->setWordWrap(true);
-    m_status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    footer->addWidget(m_status, 1);
-    footer->setContentsMargins(6, 0, 6, 2);
-
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
     layout->addWidget(makeHeader());
     layout->addWidget(m_splitter, 1);
-    layout->addLayout(footer);
+    layout->addWidget(makeStatusLine());
 
     connect(m_list, &PieceList::piecesSelected, this, [this](const std::vector<int> &positions) {
-        m_scene->selectPieces(positions);
+        scene()->selectPieces(positions);
         if (!positions.empty() && !m_isZentrim) {
             m_view->reveal(selectionRect());
         }
@@ -81,18 +86,41 @@ MarkerChild::MarkerChild(std::unique_ptr<DocumentMak> document, const SceneOptio
             setZentrimView(true);
         }
     });
-    m_fabric = drawing.getFabric(static_cast<short>(drawing.currentFabric - 1)) != nullptr
-                   ? drawing.currentFabric
-                   : short(1);
-    m_fabrics->setCurrentIndex(m_fabric - 1);
-    makeScenes();
+    showScenes(makeScenes(*m_document, m_fabric));
 }
 
 MarkerChild::~MarkerChild()
 {
     m_view->setScene(nullptr); // the scenes go before the view and the list
-    if (m_scene) {
-        m_scene->disconnect(this);
+    if (scene() != nullptr) {
+        scene()->disconnect(this);
+    }
+}
+
+// Everything is made of the new document before anything of the old one goes.
+void MarkerChild::setDocument(std::unique_ptr<DocumentMak> document)
+{
+    CDbMarkerDrawing &drawing = *document->drawing();
+    const short fabric = fabricOf(drawing, m_fabric);
+    drawing.currentFabric = fabric;
+    std::unique_ptr<ZentrimHold> hold;
+    if (m_isZentrim) {
+        hold = std::make_unique<ZentrimHold>(drawing); // makeScenes() cuts it as optimised
+    }
+    Scenes scenes = makeScenes(*document, fabric);
+    const bool isOtherFabric = fabric != m_fabric;
+    if (!isOtherFabric) {
+        keepSelection(scenes);
+    }
+
+    m_document.swap(document); // the old one goes at the end of this function, behind its users
+    m_hold = std::move(hold);
+    m_fabric = fabric;
+    setWindowTitle(m_document->name());
+    listFabrics();
+    showScenes(std::move(scenes));
+    if (isOtherFabric) {
+        m_view->fit();
     }
 }
 
@@ -107,11 +135,8 @@ QWidget *MarkerChild::makeHeader()
     m_fabrics = new QComboBox(header);
     m_fabrics->setToolTip(windowText("The fabric that is shown (Ctrl+PgUp, Ctrl+PgDown)"));
     m_fabrics->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-    for (const CDbFabricObject *fabric : m_document->drawing()->getFabricsTable()) {
-        m_fabrics->addItem(fabric->fabricStatus == 1
-                               ? fabric->fabricName
-                               : windowText("%1 (not exported)").arg(fabric->fabricName));
-    }
+    keepTypedLetters(*m_fabrics);
+    listFabrics();
     connect(m_fabrics, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
         [this](int index) { showFabric(static_cast<short>(index + 1)); });
     auto *label = new QLabel(windowText("Fa&bric:"), header);
@@ -134,6 +159,28 @@ QWidget *MarkerChild::makeHeader()
     m_mouse->setToolTip(windowText("The place under the mouse"));
     layout->addWidget(m_mouse);
     return header;
+}
+
+QWidget *MarkerChild::makeStatusLine()
+{
+    m_status = new QLabel(this);
+    m_status->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_status->setWordWrap(true);
+    m_status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_status->setContentsMargins(6, 0, 6, 2);
+    return m_status;
+}
+
+void MarkerChild::listFabrics()
+{
+    const QSignalBlocker blocker(m_fabrics);
+    m_fabrics->clear();
+    for (const CDbFabricObject *fabric : m_document->drawing()->getFabricsTable()) {
+        m_fabrics->addItem(fabric->fabricStatus == 1
+                               ? fabric->fabricName
+                               : windowText("%1 (not exported)").arg(fabric->fabricName));
+    }
+    m_fabrics->setCurrentIndex(m_fabric - 1);
 }
 
 QWidget *MarkerChild::makeDrawing()
@@ -166,7 +213,7 @@ void MarkerChild::showFabric(short fabric)
     m_fabric = fabric;
     m_document->drawing()->currentFabric = fabric; // what an export of one fabric takes
     m_fabrics->setCurrentIndex(fabric - 1);
-    makeScenes();
+    showScenes(makeScenes(*m_document, m_fabric));
     m_view->fit();
 }
 
@@ -177,14 +224,19 @@ void MarkerChild::setZentrimView(bool on)
     }
     m_isZentrim = on;
     if (on) {
+        const WaitCursor cursor;
         m_hold = std::make_unique<ZentrimHold>(*m_document->drawing());
-        makeZentrimScene();
+        m_scenes.zentrim = std::make_unique<ZentrimScene>(*m_document, m_fabric, m_options);
+        m_view->showScene(m_scenes.zentrim.get());
     } else {
         m_hold.reset();
-        m_view->showScene(m_scene.get());
-        m_zentrim.reset();
+        m_view->showScene(scene());
+        m_scenes.zentrim.reset();
     }
     m_mode->setVisible(on);
+    if (m_list->isAncestorOf(focusWidget())) {
+        m_view->setFocus(); // keys would be lost with the list
+    }
     m_list->setEnabled(!on);
     showStatus();
     emit zentrimViewChanged(on);
@@ -193,12 +245,12 @@ void MarkerChild::setZentrimView(bool on)
 void MarkerChild::setOptions(const SceneOptions &options)
 {
     m_options = options;
-    if (m_scene) {
-        m_scene->setOptions(options);
-        m_list->showColours(*m_scene);
+    if (scene() != nullptr) {
+        scene()->setOptions(options);
+        m_list->showColours(*scene());
     }
-    if (m_zentrim) {
-        m_zentrim->setOptions(options);
+    if (m_scenes.zentrim) {
+        m_scenes.zentrim->setOptions(options);
     }
 }
 
@@ -209,41 +261,38 @@ void MarkerChild::showPieceList(bool shown)
 
 void MarkerChild::refresh()
 {
-    const std::size_t pieces = m_scene ? m_scene->pieces().size() : 0;
-    const std::vector<int> selected = m_scene ? m_scene->selectedPieces() : std::vector<int>();
-    makeScenes();
-    if (m_scene && m_scene->pieces().size() == pieces) { // those of before
-        m_scene->selectPieces(selected);
-    }
+    Scenes scenes = makeScenes(*m_document, m_fabric);
+    keepSelection(scenes);
+    showScenes(std::move(scenes));
     update();
 }
 
 void MarkerChild::selectAll(bool selected)
 {
-    if (!m_scene || m_isZentrim) {
+    if (scene() == nullptr || m_isZentrim) {
         return;
     }
     std::vector<int> positions;
-    for (std::size_t i = 0; selected && i < m_scene->pieces().size(); ++i) {
+    for (std::size_t i = 0; selected && i < scene()->pieces().size(); ++i) {
         positions.push_back(static_cast<int>(i));
     }
-    m_scene->selectPieces(positions);
+    scene()->selectPieces(positions);
 }
 
 void MarkerChild::fitSelection()
 {
     const QRectF rect = selectionRect();
     if (!rect.isNull() && !m_isZentrim) {
-        m_view->fit(rect);
+        m_view->fitTo(rect);
     }
 }
 
 QRectF MarkerChild::selectionRect() const
 {
     QRectF rect;
-    for (const int position : m_scene ? m_scene->selectedPieces() : std::vector<int>()) {
+    for (const int position : scene() ? scene()->selectedPieces() : std::vector<int>()) {
         rect = rect.united(
-            m_scene->pieces()[static_cast<std::size_t>(position)].item->sceneBoundingRect());
+            scene()->pieces()[static_cast<std::size_t>(position)].item->sceneBoundingRect());
     }
     return rect;
 }
@@ -253,36 +302,53 @@ void MarkerChild::findPiece()
     m_list->findPiece();
 }
 
-void MarkerChild::makeScenes()
+MarkerChild::Scenes MarkerChild::makeScenes(const DocumentMak &document, short fabric) const
 {
-    const CDbFabricObject *fabric =
-        m_document->drawing()->getFabric(static_cast<short>(m_fabric - 1));
-    if (fabric == nullptr) {
-        showStatus();
-        return;
-    }
     const WaitCursor cursor;
-    auto scene = std::make_unique<MarkerScene>(*m_document->drawing(), *fabric, m_options);
-    m_list->fill(*m_document->drawing(), *fabric, *scene);
-    connect(scene.get(), &QGraphicsScene::selectionChanged, this,
-        [this] { m_list->selectPieces(m_scene->selectedPieces()); });
-    if (m_scene) {
-        m_scene->disconnect(this);
+    Scenes scenes;
+    const CDbMarkerDrawing &drawing = *document.drawing();
+    if (const CDbFabricObject *shown = drawing.getFabric(static_cast<short>(fabric - 1))) {
+        scenes.marker = std::make_unique<MarkerScene>(drawing, *shown, m_options);
     }
-    m_view->showScene(scene.get());
-    m_scene = std::move(scene);
     if (m_isZentrim) {
-        makeZentrimScene();
+        scenes.zentrim = std::make_unique<ZentrimScene>(document, fabric, m_options);
     }
+    return scenes;
+}
+
+void MarkerChild::keepSelection(const Scenes &scenes) const
+{
+    if (scenes.marker && scene() != nullptr) {
+        scenes.marker->selectLike(*scene());
+    }
+}
+
+void MarkerChild::showScenes(Scenes scenes)
+{
+    if (scene() != nullptr) {
+        scene()->disconnect(this);
+    }
+    if (scenes.zentrim) {
+        m_view->showScene(scenes.zentrim.get());
+    } else {
+        m_view->showScene(scenes.marker.get());
+    }
+    m_scenes = std::move(scenes);
+    listPieces();
     showStatus();
 }
 
-void MarkerChild::makeZentrimScene()
+void MarkerChild::listPieces()
 {
-    const WaitCursor cursor;
-    auto scene = std::make_unique<ZentrimScene>(*m_document, m_fabric, m_options);
-    m_view->showScene(scene.get());
-    m_zentrim = std::move(scene);
+    if (scene() == nullptr) {
+        m_list->clear();
+        return;
+    }
+    const CDbMarkerDrawing &drawing = *m_document->drawing();
+    m_list->fill(drawing, *drawing.getFabric(static_cast<short>(m_fabric - 1)), *scene());
+    m_list->selectPieces(scene()->selectedPieces());
+    connect(scene(), &QGraphicsScene::selectionChanged, this,
+        [this] { m_list->selectPieces(scene()->selectedPieces()); });
 }
 
 void MarkerChild::showStatus()
@@ -295,7 +361,7 @@ void MarkerChild::showStatus()
     unbroken.replace(space + QString(space) + QLatin1Char('|'), QStringLiteral("  |"));
     m_status->setText(unbroken);
     m_status->setToolTip(status);
-    const QStringList messages = m_zentrim ? m_zentrim->messages() : QStringList();
+    const QStringList messages = m_scenes.zentrim ? m_scenes.zentrim->messages() : QStringList();
     m_messages->setText(
         messages.size() < 2
             ? messages.join(QString())
@@ -308,7 +374,8 @@ QString MarkerChild::statusText() const
     if (m_document->drawing()->getFabricsQty() == 0) {
         return windowText("This marker has no fabric.");
     }
-    return m_zentrim && !m_zentrim->isRefused() ? m_zentrim->summary() : layersText();
+    const bool isCut = m_scenes.zentrim && !m_scenes.zentrim->isRefused();
+    return isCut ? m_scenes.zentrim->summary() : layersText();
 }
 
 QString MarkerChild::layersText() const
@@ -326,6 +393,9 @@ QString MarkerChild::layersText() const
                               locale.formatPercentage(facts.efficiency / 100, KivLocale::WithUnit),
                               QString::number(facts.placed), QString::number(facts.toPlace)));
     });
+    if (drawing.zentrimActif && !m_isZentrim) { // there it says more than that
+        layers.append(windowText("stored as optimised"));
+    }
     return layers.join(QStringLiteral("   |   "));
 }
 

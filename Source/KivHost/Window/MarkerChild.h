@@ -33,6 +33,10 @@ public:
     MarkerChild(std::unique_ptr<DocumentMak> document, const SceneOptions &options);
     ~MarkerChild() override;
 
+    /// Shows another state of the marker, such as its file holds it now: fabric, view, place and
+    /// selection stay as far as they can. Takes the document over; it has a drawing. The one of
+    /// before goes.
+    void setDocument(std::unique_ptr<DocumentMak> document);
     const DocumentMak &document() const { return *m_document; }
     QString path() const; ///< of the marker file, absolute
 
@@ -53,7 +57,7 @@ public:
     void findPiece();
 
     MarkerView *view() const { return m_view; }
-    MarkerScene *scene() const { return m_scene.get(); }
+    MarkerScene *scene() const { return m_scenes.marker.get(); }
     PieceList *pieceList() const { return m_list; }
     QComboBox *fabricBox() const { return m_fabrics; }
     QString statusText() const;
@@ -65,10 +69,20 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    struct Scenes
+    {
+        std::unique_ptr<MarkerScene> marker; // null for a marker without a fabric
+        std::unique_ptr<ZentrimScene> zentrim;
+    };
+
     QWidget *makeHeader();
     QWidget *makeDrawing();
-    void makeScenes();
-    void makeZentrimScene();
+    QWidget *makeStatusLine();
+    void listFabrics();
+    Scenes makeScenes(const DocumentMak &document, short fabric) const;
+    void showScenes(Scenes scenes);
+    void keepSelection(const Scenes &scenes) const;
+    void listPieces();
     void showStatus();
     QString layersText() const;
     QRectF selectionRect() const;
@@ -78,8 +92,7 @@ private:
     short m_fabric = 1;
     bool m_isZentrim = false;
     std::unique_ptr<ZentrimHold> m_hold;
-    std::unique_ptr<MarkerScene> m_scene;
-    std::unique_ptr<ZentrimScene> m_zentrim;
+    Scenes m_scenes;
     MarkerView *m_view = nullptr;
     PieceList *m_list = nullptr;
     QSplitter *m_splitter = nullptr;

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 namespace KivSystem {
 
@@ -125,6 +126,18 @@ StripesItem::Stripes stripesOf(const CDbLineObjectList &lines, double repetition
     return stripes;
 }
 
+QString identityOf(const ScenePiece &piece)
+{
+    return QStringList{
+        QString::number(piece.layer), piece.name, piece.size, piece.side, piece.style}
+        .join(QLatin1Char('\n'));
+}
+
+QPointF middleOf(const ScenePiece &piece)
+{
+    return piece.item->sceneBoundingRect().center();
+}
+
 } // namespace
 
 QString sideText(const CDbPieceObject *piece, bool left)
@@ -187,6 +200,30 @@ void MarkerScene::selectPieces(const std::vector<int> &positions)
     emit selectionChanged();
 }
 
+void MarkerScene::selectLike(const MarkerScene &other)
+{
+    std::multimap<QString, int> mine; // those that are not taken yet
+    for (std::size_t i = 0; i < m_pieces.size(); ++i) {
+        mine.emplace(identityOf(m_pieces[i]), static_cast<int>(i));
+    }
+    std::vector<int> positions;
+    for (const int position : other.selectedPieces()) {
+        const ScenePiece &wanted = other.m_pieces[static_cast<std::size_t>(position)];
+        const auto way = [&](const std::pair<const QString, int> &entry) {
+            const ScenePiece &piece = m_pieces[static_cast<std::size_t>(entry.second)];
+            return QLineF(middleOf(piece), middleOf(wanted)).length();
+        };
+        const auto [first, last] = mine.equal_range(identityOf(wanted));
+        const auto nearest = std::min_element(first, last,
+            [&](const auto &one, const auto &another) { return way(one) < way(another); });
+        if (nearest != last) {
+            positions.push_back(nearest->second);
+            mine.erase(nearest);
+        }
+    }
+    selectPieces(positions);
+}
+
 // Layers that occupy nothing stand behind the others if there is something to show of them; of a
 // fabric on which nothing lies all are shown.
 std::vector<MarkerScene::Place> MarkerScene::places() const
@@ -232,8 +269,8 @@ void MarkerScene::addLayer(const Place &place)
 
     addStripes(rect);
     addFolds(rect);
-    addGuideLines(place);
     const FabricLayer &layer = *m_fabric.findLayer(place.layer);
+    addGuideLines(layer, rect);
     std::vector<QRectF> texts;
     addExtents(texts, layer.texts);
     for (const auto &group : layer.groups) {
@@ -295,20 +332,20 @@ void MarkerScene::addFolds(const QRectF &cloth)
     }
 }
 
-void MarkerScene::addGuideLines(const Place &place)
+void MarkerScene::addGuideLines(const FabricLayer &layer, const QRectF &cloth)
 {
     const QPen pen(QColor(0x00, 0x86, 0x8b), 1, Qt::DashLine, Qt::FlatCap);
     const auto add = [&](const QLineF &line, const QString &text) {
-        m_guideLines.push_back(&addLine(line, pen, text));
+        if (cloth.contains(line.p1()) && cloth.contains(line.p2())) { // or it has none of the cloth
+            m_guideLines.push_back(&addLine(line, pen, text));
+        }
     };
-    const FabricLayer &layer = *m_fabric.findLayer(place.layer);
     for (const CDbLineObject &line : layer.horizontalLines) {
-        add({place.start, line.linePosition, place.start + place.length, line.linePosition},
-            line.getText());
+        add({cloth.left(), line.linePosition, cloth.right(), line.linePosition}, line.getText());
     }
     for (const CDbLineObject &line : layer.verticalLines) {
-        const double x = place.start + line.linePosition;
-        add({x, 0, x, place.width}, line.getText());
+        const double x = cloth.left() + line.linePosition;
+        add({x, cloth.top(), x, cloth.bottom()}, line.getText());
     }
 }
 

@@ -18,6 +18,7 @@ class CDbMarkerDrawing;
 class CDbPieceObject;
 class CDbPolygon;
 class CDbTextObject;
+struct FabricLayer;
 
 /// One polygon of the fabric, with the words that name it.
 struct ScenePiece
@@ -52,6 +53,9 @@ public:
     std::vector<int> selectedPieces() const;
     /// Selects these and no others, with one selectionChanged().
     void selectPieces(const std::vector<int> &positions);
+    /// Selects what is selected in another scene of the same fabric, as far as it is in this one:
+    /// by layer, name, size, side and style, and among several of these the nearest.
+    void selectLike(const MarkerScene &other);
 
 private:
     struct Place
@@ -64,7 +68,7 @@ private:
 
     std::vector<Place> places() const;
     void addLayer(const Place &place);
-    void addGuideLines(const Place &place);
+    void addGuideLines(const FabricLayer &layer, const QRectF &cloth);
     LineItem &addLine(const QPainterPath &path, const QPen &pen, double height);
     LineItem &addLine(const QLineF &line, const QPen &pen, const QString &toolTip);
     void addStripes(const QRectF &cloth);

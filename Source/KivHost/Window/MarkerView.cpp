@@ -6,7 +6,6 @@
 #include <QWheelEvent>
 
 #include <algorithm>
-#include <cmath>
 
 namespace KivSystem {
 
@@ -14,9 +13,7 @@ namespace {
 
 constexpr double kSmallestZoom = 0.02; // pixels for a centimetre: 500 m on a screen
 constexpr double kLargestZoom = 2000;
-constexpr double kWheelStep = 1.25; // for a notch of the wheel
-constexpr double kNotchUnits = 120; // of QWheelEvent::angleDelta()
-constexpr double kRoom = 1.02;      // what is fitted has a little air around it
+constexpr double kRoom = 1.02; // what is fitted has a little air around it
 
 } // namespace
 
@@ -36,36 +33,33 @@ MarkerView::MarkerView(QWidget *parent) : QGraphicsView(parent)
 
 void MarkerView::showScene(QGraphicsScene *shown)
 {
-    const QPointF centre = mapToScene(viewport()->rect().center());
+    const QPoint middle = viewport()->rect().center();
+    const QPointF centre = mapToScene(middle);
     setScene(shown);
-    if (m_fitted) {
+    if (isFitted()) {
         fit();
     } else {
-        leaveFit();
-        centerOn(centre);
+        makeRoom();
+        centerOn(centre); // else the next resize goes to the middle of the scene
+        scrollTo(centre, middle);
         noteChange();
     }
 }
 
-void MarkerView::zoomBy(double factor)
+void MarkerView::showAll()
 {
-    zoomAbout(viewport()->rect().center(), factor);
-}
-
-void MarkerView::fit()
-{
-    m_fitted = true;
     setSceneRect(QRectF()); // the scene's own: the scroll bars go
     if (scene() != nullptr) {
         showAllOf(scene()->sceneRect(), maximumViewportSize());
     }
 }
 
-void MarkerView::fit(const QRectF &rect)
+void MarkerView::fitTo(const QRectF &rect)
 {
     leaveFit();
+    makeRoom();
     showAllOf(rect, viewport()->size());
-    leaveFit(); // with the margin of the new scale
+    makeRoom(); // of the new scale
     centerOn(rect.center());
 }
 
@@ -73,20 +67,29 @@ void MarkerView::reveal(const QRectF &rect)
 {
     if (!mapToScene(viewport()->rect()).boundingRect().intersects(rect)) {
         leaveFit();
+        makeRoom();
         centerOn(rect.center());
     }
 }
 
 // Beyond the scene there is as much room as the window shows: what is under the mouse can stay
 // there whatever the scale is.
-void MarkerView::leaveFit()
+void MarkerView::makeRoom()
 {
-    m_fitted = false;
     if (scene() != nullptr) {
         const double x = viewport()->width() / zoom();
         const double y = viewport()->height() / zoom();
         setSceneRect(scene()->sceneRect().adjusted(-x, -y, x, y));
     }
+}
+
+// Until what is there in the scene stands at `place` in the viewport. centerOn() rounds otherwise,
+// and would move on by a pixel each time.
+void MarkerView::scrollTo(const QPointF &inScene, const QPoint &place)
+{
+    const QPoint way = mapFromScene(inScene) - place;
+    horizontalScrollBar()->setValue(horizontalScrollBar()->value() + way.x());
+    verticalScrollBar()->setValue(verticalScrollBar()->value() + way.y());
 }
 
 void MarkerView::noteChange()
@@ -116,38 +119,45 @@ double MarkerView::boundedFactor(double factor) const
     return std::min(std::max(factor, kSmallestZoom / zoom()), kLargestZoom / zoom());
 }
 
-// What is under `place` stays there.
-void MarkerView::zoomAbout(const QPoint &place, double factor)
+void MarkerView::zoomAbout(const QPointF &place, double factor)
 {
-    const QPointF fixed = mapToScene(place);
-    m_fitted = false; // before the scroll bars come, with which the view is resized
+    const QPoint pixel = place.toPoint();
+    const QPointF fixed = mapToScene(pixel);
+    leaveFit(); // before the scroll bars come, with which the view is resized
     const double bounded = boundedFactor(factor);
     scale(bounded, bounded);
-    leaveFit();
-    const QPoint moved = mapFromScene(fixed) - place;
-    horizontalScrollBar()->setValue(horizontalScrollBar()->value() + moved.x());
-    verticalScrollBar()->setValue(verticalScrollBar()->value() + moved.y());
+    makeRoom();
+    scrollTo(fixed, pixel);
     noteChange();
+}
+
+void MarkerView::moveBy(const QPointF &way, bool wasFitted)
+{
+    if (wasFitted) {
+        const QPoint middle = viewport()->rect().center();
+        const QPointF centre = mapToScene(middle);
+        makeRoom();
+        scrollTo(centre, middle);
+    }
+    const QPoint pixels = way.toPoint();
+    horizontalScrollBar()->setValue(horizontalScrollBar()->value() - pixels.x());
+    verticalScrollBar()->setValue(verticalScrollBar()->value() - pixels.y());
+}
+
+Qt::CursorShape MarkerView::restingCursor() const
+{
+    return m_spaceDown ? Qt::OpenHandCursor : Qt::ArrowCursor;
 }
 
 void MarkerView::wheelEvent(QWheelEvent *event)
 {
-    const int turned = event->angleDelta().y();
-    if (turned != 0) {
-        zoomAbout(event->position().toPoint(), std::pow(kWheelStep, turned / kNotchUnits));
-    }
-    event->accept();
+    turnWheel(*event);
 }
 
 void MarkerView::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::MiddleButton || (event->button() == Qt::LeftButton && m_spaceDown)) {
-        const QPointF centre = mapToScene(viewport()->rect().center());
-        leaveFit();
-        centerOn(centre);
-        m_panning = true;
-        m_panFrom = event->pos();
-        viewport()->setCursor(Qt::ClosedHandCursor);
+        startPan(event->pos());
         event->accept();
         return;
     }
@@ -159,11 +169,8 @@ void MarkerView::mouseMoveEvent(QMouseEvent *event)
     m_mouse = event->pos();
     m_hasMouse = true;
     noteChange();
-    if (m_panning) {
-        const QPoint way = event->pos() - m_panFrom;
-        m_panFrom = event->pos();
-        horizontalScrollBar()->setValue(horizontalScrollBar()->value() - way.x());
-        verticalScrollBar()->setValue(verticalScrollBar()->value() - way.y());
+    if (isPanning()) {
+        pan(event->pos());
         event->accept();
         return;
     }
@@ -172,31 +179,36 @@ void MarkerView::mouseMoveEvent(QMouseEvent *event)
 
 void MarkerView::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (m_panning && (event->button() == Qt::MiddleButton || event->button() == Qt::LeftButton)) {
-        m_panning = false;
-        viewport()->setCursor(m_spaceDown ? Qt::OpenHandCursor : Qt::ArrowCursor);
+    if (isPanning() && (event->button() == Qt::MiddleButton || event->button() == Qt::LeftButton)) {
+        endPan();
         event->accept();
         return;
     }
     QGraphicsView::mouseReleaseEvent(event);
 }
 
+void MarkerView::holdSpace(bool down)
+{
+    m_spaceDown = down;
+    if (!isPanning()) {
+        viewport()->setCursor(restingCursor());
+    }
+}
+
 void MarkerView::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Space && !event->isAutoRepeat()) {
-        m_spaceDown = true;
-        viewport()->setCursor(Qt::OpenHandCursor);
+        holdSpace(true);
         event->accept();
-        return;
+    } else if (!pressKey(*event)) {
+        QGraphicsView::keyPressEvent(event);
     }
-    QGraphicsView::keyPressEvent(event);
 }
 
 void MarkerView::keyReleaseEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Space && !event->isAutoRepeat()) {
-        m_spaceDown = false;
-        viewport()->setCursor(Qt::ArrowCursor);
+        holdSpace(false);
         event->accept();
         return;
     }
@@ -206,7 +218,7 @@ void MarkerView::keyReleaseEvent(QKeyEvent *event)
 void MarkerView::resizeEvent(QResizeEvent *event)
 {
     QGraphicsView::resizeEvent(event);
-    if (m_fitted) {
+    if (isFitted()) {
         fit();
     }
     noteChange();
@@ -215,7 +227,7 @@ void MarkerView::resizeEvent(QResizeEvent *event)
 void MarkerView::showEvent(QShowEvent *event)
 {
     QGraphicsView::showEvent(event);
-    if (m_fitted) {
+    if (isFitted()) {
         fit();
     }
 }

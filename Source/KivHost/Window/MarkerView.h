@@ -1,5 +1,5 @@
-// MarkerView: looks at a scene in centimetres, y upward. The wheel zooms about the mouse; the
-// middle button, or the left one with the space key, pans; a left drag selects.
+// MarkerView: looks at a scene in centimetres, y upward. The middle button, or the left one with
+// the space key, pans; a left drag selects.
 #ifndef KIVHOST_MARKERVIEW_H
 #define KIVHOST_MARKERVIEW_H
 
@@ -22,10 +22,8 @@ public:
 
     /// Pixels for a centimetre.
     double zoom() const { return transform().m11(); }
-    void zoomBy(double factor) override;
-    /// All of the scene. It stays so when the view is resized, until somebody zooms or pans.
-    void fit() override;
-    void fit(const QRectF &rect);
+    /// A part of the scene, as large as the view has room for.
+    void fitTo(const QRectF &rect);
     /// Moves the scene if nothing of the rectangle is in sight.
     void reveal(const QRectF &rect);
 
@@ -48,19 +46,23 @@ protected:
     void scrollContentsBy(int dx, int dy) override;
     void leaveEvent(QEvent *event) override;
 
+    QWidget &canvas() override { return *viewport(); }
+    Qt::CursorShape restingCursor() const override;
+    void showAll() override;
+    void zoomAbout(const QPointF &place, double factor) override;
+    void moveBy(const QPointF &way, bool wasFitted) override;
+
 private:
     void showAllOf(const QRectF &rect, const QSize &room);
-    void zoomAbout(const QPoint &place, double factor);
     double boundedFactor(double factor) const;
-    void leaveFit();
+    void makeRoom();
+    void scrollTo(const QPointF &inScene, const QPoint &place);
+    void holdSpace(bool down);
     void noteChange();
 
-    QPoint m_panFrom;
     QPoint m_mouse; // in the viewport
     bool m_hasMouse = false;
-    bool m_panning = false;
     bool m_spaceDown = false;
-    bool m_fitted = true;
 };
 
 } // namespace KivSystem

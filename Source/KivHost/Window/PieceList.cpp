@@ -1,12 +1,13 @@
 #include "PieceList.h"
 
+#include "ColumnStore.h"
 #include "KivMarker/Drawing.h"
 #include "MarkerFacts.h"
 #include "MarkerScene.h"
+#include "TypeAhead.h"
 #include "WindowText.h"
 
 #include <QApplication>
-#include <QHeaderView>
 #include <QLineEdit>
 #include <QPainter>
 #include <QSignalBlocker>
@@ -66,6 +67,8 @@ PieceList::PieceList(QWidget *parent)
     , m_tabs(new QTabWidget(this))
     , m_placed(makeTree("placed", "The pieces on the fabric; select some to see them there"))
     , m_toPlace(makeTree("toPlace", "Pieces in stand-by, and what the chart still holds"))
+    , m_placedColumns(new ColumnStore(*m_placed, QStringLiteral("window/placed")))
+    , m_toPlaceColumns(new ColumnStore(*m_toPlace, QStringLiteral("window/to_place")))
 {
     m_filter->setPlaceholderText(windowText("Find piece, size or style"));
     m_filter->setToolTip(windowText("Lists the pieces alone that have all of these words"));
@@ -96,6 +99,7 @@ QTreeWidget *PieceList::makeTree(const char *name, const char *tip)
     tree->setAlternatingRowColors(true);
     tree->setSelectionMode(QAbstractItemView::ExtendedSelection);
     tree->setFrameShape(QFrame::NoFrame);
+    keepTypedLetters(*tree);
     connect(tree, &QTreeWidget::itemSelectionChanged, this, [this, tree] { noteSelection(*tree); });
     connect(tree, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem *row) {
         if (positionOf(*row) != kNoPosition) {
@@ -120,36 +124,49 @@ void PieceList::noteSelection(const QTreeWidget &tree)
     m_selecting = false;
 }
 
-void PieceList::fill(
-    const CDbMarkerDrawing &drawing, const CDbFabricObject &fabric, const MarkerScene &scene)
+void PieceList::clear()
 {
     const QSignalBlocker placedBlocker(m_placed);
     const QSignalBlocker toPlaceBlocker(m_toPlace);
+    m_placed->clear();
+    m_toPlace->clear();
     m_rows.clear();
+    m_standBy = 0;
+    m_inChart = 0;
+    showCounts();
+}
+
+void PieceList::fill(
+    const CDbMarkerDrawing &drawing, const CDbFabricObject &fabric, const MarkerScene &scene)
+{
+    clear();
+    const QSignalBlocker placedBlocker(m_placed);
+    const QSignalBlocker toPlaceBlocker(m_toPlace);
     for (QTreeWidget *tree : {m_placed, m_toPlace}) {
         tree->setSortingEnabled(false);
-        tree->clear();
     }
     const std::vector<ScenePiece> &pieces = scene.pieces();
     for (std::size_t i = 0; i < pieces.size(); ++i) {
         const QString layer = drawing.getLayerObjectTable()[pieces[i].layer - 1]->layerName;
         addRow(pieces[i].standBy ? *m_toPlace : *m_placed, pieces[i], static_cast<int>(i), layer);
     }
-    const int standBy = m_toPlace->topLevelItemCount();
+    m_standBy = m_toPlace->topLevelItemCount();
     addChartRows(drawing, fabric);
     showColours(scene);
-    m_placed->setColumnHidden(QuantityColumn, true);
     for (QTreeWidget *tree : {m_placed, m_toPlace}) {
-        tree->setSortingEnabled(true);
-        tree->sortByColumn(PieceColumn, Qt::AscendingOrder);
-        tree->setColumnHidden(LayerColumn, fabric.layerCount() < 2 && tree == m_placed);
-        for (int column = 0; column < tree->columnCount(); ++column) {
-            tree->resizeColumnToContents(column);
-        }
+        tree->setSortingEnabled(true); // by the column that the header shows
     }
-    m_tabs->setTabText(0, windowText("&Placed (%1)").arg(m_placed->topLevelItemCount()));
-    m_tabs->setTabText(1, windowText("&To place (%1)").arg(standBy + m_inChart));
+    m_placedColumns->arrange(fabric.layerCount() < 2 ? std::set<int>{QuantityColumn, LayerColumn}
+                                                     : std::set<int>{QuantityColumn});
+    m_toPlaceColumns->arrange({});
+    showCounts();
     filter(m_filter->text());
+}
+
+void PieceList::showCounts()
+{
+    m_tabs->setTabText(0, windowText("&Placed (%1)").arg(m_placed->topLevelItemCount()));
+    m_tabs->setTabText(1, windowText("&To place (%1)").arg(m_standBy + m_inChart));
 }
 
 void PieceList::addRow(
@@ -159,7 +176,7 @@ void PieceList::addRow(
     row->setText(PieceColumn, piece.name);
     row->setText(SizeColumn, piece.size);
     row->setText(SideColumn, piece.side);
-    row->setText(LayerColumn, piece.standBy ? windowText("stand-by") : layer);
+    row->setText(LayerColumn, piece.standBy ? windowText("%1 (stand-by)").arg(layer) : layer);
     row->setText(QuantityColumn, QStringLiteral("1"));
     row->setText(StyleColumn, piece.style);
     row->setData(0, kPositionRole, position);
@@ -168,7 +185,6 @@ void PieceList::addRow(
 
 void PieceList::addChartRows(const CDbMarkerDrawing &drawing, const CDbFabricObject &fabric)
 {
-    m_inChart = 0;
     for (const CDbPieceObject *piece = fabric.firstPiece(); piece; piece = piece->getNextPiece()) {
         const CDbStyleObject *style = drawing.getStyle(static_cast<short>(piece->getStyleNo() - 1));
         for (const auto &ordered : piece->orderedQuantities()) {

@@ -16,6 +16,7 @@ namespace KivSystem {
 
 class CDbFabricObject;
 class CDbMarkerDrawing;
+class ColumnStore;
 class MarkerScene;
 struct ScenePiece;
 
@@ -39,6 +40,7 @@ public:
     /// Lists the pieces of the scene and what the fabric's chart still holds.
     void fill(
         const CDbMarkerDrawing &drawing, const CDbFabricObject &fabric, const MarkerScene &scene);
+    void clear();
     /// Takes the colours of the scene over.
     void showColours(const MarkerScene &scene);
 
@@ -60,6 +62,7 @@ signals:
 
 private:
     QTreeWidget *makeTree(const char *name, const char *tip);
+    void showCounts();
     void addRow(QTreeWidget &tree, const ScenePiece &piece, int position, const QString &layer);
     void addChartRows(const CDbMarkerDrawing &drawing, const CDbFabricObject &fabric);
     void noteSelection(const QTreeWidget &tree);
@@ -69,7 +72,10 @@ private:
     QTabWidget *m_tabs;
     QTreeWidget *m_placed;
     QTreeWidget *m_toPlace;
+    ColumnStore *m_placedColumns;
+    ColumnStore *m_toPlaceColumns;
     std::vector<QTreeWidgetItem *> m_rows; // by position; owned by the trees
+    int m_standBy = 0;
     int m_inChart = 0;
     bool m_selecting = false;
 };
