@@ -14,6 +14,7 @@
 #include <QRegularExpression>
 #include <QSettings>
 
+#include <algorithm>
 #include <optional>
 
 namespace KivSystem {
@@ -225,12 +226,6 @@ void setStorePaths(const QString &user, const QString &system)
     QSettings::setPath(QSettings::IniFormat, QSettings::SystemScope, system);
 }
 
-QString expectation(const Setting &setting, const QString &found)
-{
-    return QStringLiteral("setting %1: found \"%2\", expected %3")
-        .arg(setting.name, found, setting.type.meaning);
-}
-
 void checkStore(const QSettings &store, const QString &file)
 {
     if (store.status() != QSettings::NoError) {
@@ -253,22 +248,27 @@ void checkStore(const QSettings &store, const QString &file)
 // The field dialog passes over what is no field in the user's own list.
 constexpr char kFieldListKey[] = "marker_export_list";
 
-void dropFaults(QSettings &copy, const QString &file, const Console &console)
+// `file` is where the values come from.
+void dropFaults(QSettings &store, const QString &file, const Console &console)
 {
     for (const Setting &setting : hostSettings()) {
-        const QString fault = findStoredFault(setting, copy);
+        const QString fault = findStoredFault(setting, store);
         if (!fault.isEmpty() && setting.key != QLatin1String(kFieldListKey)) {
             console.message(QStringLiteral("%1: %2").arg(file, fault));
-            copy.remove(setting.key);
+            store.remove(setting.key);
         }
     }
 }
 
-// Units, and what the text file remembers.
+// Language, units, and what formats read by themselves.
 std::vector<Setting> generalSettings()
 {
+    const QStringList languages = {
+        QStringLiteral("system"), QStringLiteral("en"), QStringLiteral("de"), QStringLiteral("fr")};
     const QStringList units = {QStringLiteral("cm"), QStringLiteral("mm"), QStringLiteral("in")};
     return {
+        {QStringLiteral("language"), QStringLiteral("window/language"), choice(languages),
+            QStringLiteral("system"), QStringLiteral("language of panels and reports")},
         {QStringLiteral("unit"), QStringLiteral("units/length"), choice(units),
             QStringLiteral("cm"), QStringLiteral("unit of lengths")},
         {QStringLiteral("ruler_x"), QStringLiteral("units/rulerX"), choice(units),
@@ -369,13 +369,18 @@ const std::vector<Setting> &hostSettings()
     return settings;
 }
 
-const Setting &windowLanguageSetting()
+const Setting *findSetting(const QString &name)
 {
-    static const Setting language = {QStringLiteral("language"), QStringLiteral("window/language"),
-        choice({QStringLiteral("system"), QStringLiteral("en"), QStringLiteral("de"),
-            QStringLiteral("fr")}),
-        QStringLiteral("system"), QStringLiteral("language of the window")};
-    return language;
+    const std::vector<Setting> &settings = hostSettings();
+    const auto found = std::find_if(settings.begin(), settings.end(),
+        [&name](const Setting &setting) { return setting.name == name; });
+    return found != settings.end() ? &*found : nullptr;
+}
+
+QString valueFault(const Setting &setting, const QString &found)
+{
+    return QStringLiteral("setting %1: found \"%2\", expected %3")
+        .arg(setting.name, found, setting.type.meaning);
 }
 
 SettingValue parseSetting(const QString &assignment)
@@ -387,17 +392,17 @@ SettingValue parseSetting(const QString &assignment)
     }
     const QString name = assignment.left(equals);
     const QString text = assignment.mid(equals + 1);
-    for (const Setting &setting : hostSettings()) {
-        if (setting.name == name) {
-            const QVariant value = setting.type.parse(text);
-            if (!value.isValid()) {
-                throw HostError(ExitWrongUsage, expectation(setting, text));
-            }
-            return {&setting, value};
-        }
+    const Setting *setting = findSetting(name);
+    if (setting == nullptr) {
+        throw HostError(ExitWrongUsage,
+            QStringLiteral("there is no setting \"%1\"; \"kivhost settings\" lists them")
+                .arg(name));
     }
-    throw HostError(ExitWrongUsage,
-        QStringLiteral("there is no setting \"%1\"; \"kivhost settings\" lists them").arg(name));
+    const QVariant value = setting->type.parse(text);
+    if (!value.isValid() && text != setting->defaultText) {
+        throw HostError(ExitWrongUsage, valueFault(*setting, text));
+    }
+    return {setting, value};
 }
 
 std::vector<SettingValue> parseSettings(const QStringList &assignments)
@@ -423,7 +428,13 @@ QString findStoredFault(const Setting &setting, const QSettings &store)
     const QString text = currentText(setting, store);
     const bool isEmptyList = text.isEmpty() && setting.key == QLatin1String(kFieldListKey);
     return isEmptyList || setting.type.parse(text).isValid() ? QString()
-                                                             : expectation(setting, text);
+                                                             : valueFault(setting, text);
+}
+
+void dropStoredFaults(const Console &console)
+{
+    QSettings store;
+    dropFaults(store, store.fileName(), console);
 }
 
 SettingsOverlay::SettingsOverlay(
@@ -453,7 +464,11 @@ SettingsOverlay::SettingsOverlay(
         copySettings(store, copy);
     }
     for (const SettingValue &value : values) {
-        copy.setValue(value.setting->key, value.value);
+        if (value.value.isValid()) {
+            copy.setValue(value.setting->key, value.value);
+        } else {
+            copy.remove(value.setting->key);
+        }
     }
     copy.sync();
     if (copy.status() != QSettings::NoError) {
@@ -485,7 +500,7 @@ void restoreMarkerSettings(const Console &console)
         const QString text = currentText(setting, store);
         const QVariant value = setting.type.parse(text);
         if (!value.isValid() || !description.setValueIn(values, numberOf(description, value))) {
-            console.message(expectation(setting, text));
+            console.message(valueFault(setting, text));
         }
     }
     values.apply();

@@ -69,14 +69,13 @@ struct Setting
 /// All settings, in the order in which they are listed.
 const std::vector<Setting> &hostSettings();
 
-/// The language of the window, which a command line does not have: "system", or one there is a
-/// translation for.
-const Setting &windowLanguageSetting();
+/// By its name on the command line; null when there is none.
+const Setting *findSetting(const QString &name);
 
 struct SettingValue
 {
     const Setting *setting = nullptr;
-    QVariant value;
+    QVariant value; ///< invalid for a default that has a name and no value, such as "by unit"
 };
 
 /// From "NAME=VALUE". Throws HostError (ExitWrongUsage).
@@ -89,6 +88,13 @@ QString currentText(const Setting &setting, const QSettings &store);
 /// Why the stored value is none that the setting can have; empty when it is one or nothing is
 /// stored.
 QString findStoredFault(const Setting &setting, const QSettings &store);
+
+/// Why `text` is no value of the setting, as a sentence.
+QString valueFault(const Setting &setting, const QString &text);
+
+/// Takes bad values out of the present store and tells each: what a format reads there by itself
+/// would be obeyed as it stands.
+void dropStoredFaults(const Console &console);
 
 /// While it lives QSettings() is a store of its own: a copy of `file`, or of the user's settings
 /// when that is empty, with `values` over it. Neither original is changed.

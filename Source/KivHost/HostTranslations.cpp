@@ -1,7 +1,5 @@
 #include "HostTranslations.h"
 
-#include "HostSettings.h"
-
 #include <QCoreApplication>
 #include <QDir>
 #include <QLibraryInfo>
@@ -47,14 +45,20 @@ void installTranslations(const QDir &pluginsDirectory, const QLocale &locale)
     }
 }
 
-QLocale windowLanguage()
+QLocale chosenLanguage(const SettingsSource &source)
 {
-    const Setting &setting = windowLanguageSetting();
-    const QSettings store;
-    const QString language = currentText(setting, store);
-    return language == setting.defaultText || !findStoredFault(setting, store).isEmpty()
-               ? QLocale()
-               : QLocale(language);
+    const Setting &setting = *findSetting(QStringLiteral("language"));
+    const auto store = source.file.isEmpty()
+                           ? std::make_unique<QSettings>()
+                           : std::make_unique<QSettings>(source.file, QSettings::IniFormat);
+    QString language = currentText(setting, *store);
+    for (const QString &assignment : source.assignments) {
+        if (assignment.startsWith(setting.name + QLatin1Char('='))) {
+            language = assignment.mid(setting.name.size() + 1);
+        }
+    }
+    const bool isOne = language != setting.defaultText && setting.type.parse(language).isValid();
+    return isOne ? QLocale(language) : QLocale();
 }
 
 } // namespace KivSystem

@@ -4,6 +4,8 @@
 #ifndef KIVHOST_HOSTTRANSLATIONS_H
 #define KIVHOST_HOSTTRANSLATIONS_H
 
+#include "HostSettings.h"
+
 #include <QLocale>
 
 class QDir;
@@ -16,8 +18,9 @@ namespace KivSystem {
 /// Plug-ins keep some texts as they first need them: this comes before one is loaded.
 void installTranslations(const QDir &pluginsDirectory, const QLocale &locale = QLocale());
 
-/// The language that the user chose for the window, or the locale of the system.
-QLocale windowLanguage();
+/// The language that the source of a run or the user's settings choose, or the locale of the
+/// system. Bad values, which are told elsewhere, choose nothing.
+QLocale chosenLanguage(const SettingsSource &source = {});
 
 } // namespace KivSystem
 

@@ -43,13 +43,27 @@ void showQtMessage(QtMsgType type, const QMessageLogContext &, const QString &me
     }
 }
 
+// Where the settings of a verb come from; some have only the user's.
+template <class Options>
+auto settingsOf(const Options &options, int) -> decltype(options.settings)
+{
+    return options.settings;
+}
+
+template <class Options>
+SettingsSource settingsOf(const Options &, long)
+{
+    return {};
+}
+
 // What every verb finds in place: the application object with the command line as its user.
 class Host
 {
 public:
-    Host(const QDir &pluginsDirectory, const Console &console) : m_console(console)
+    Host(const QDir &pluginsDirectory, const QLocale &language, const Console &console)
+        : m_console(console)
     {
-        installTranslations(pluginsDirectory);
+        installTranslations(pluginsDirectory, language);
         auto user = std::make_unique<CommandLineInterface>(console);
         m_user = user.get();
         m_application = std::make_unique<KivApplication>(std::move(user), pluginsDirectory);
@@ -88,7 +102,9 @@ int runVerb(const CommandLine &commandLine)
     QTextStream err(stderr);
     const Console console{out, err, ::isatty(STDERR_FILENO) != 0};
     int status = runReporting(console, [&] {
-        const Host host(pluginsDirectory(commandLine.plugins), console);
+        const SettingsSource source = std::visit(
+            [](const auto &options) { return settingsOf(options, 0); }, commandLine.verb);
+        const Host host(pluginsDirectory(commandLine.plugins), chosenLanguage(source), console);
         return std::visit(host, commandLine.verb);
     });
     out.flush();

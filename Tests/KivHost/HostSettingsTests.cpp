@@ -127,6 +127,10 @@ TEST_F(SettingsOverlayTest, IsACopyOfTheUsersSettingsThatNeverTouchesThem)
     }
     EXPECT_EQ(QSettings().value("units/length"), "in");
     EXPECT_FALSE(QSettings().contains("units/decimals"));
+
+    QSettings().setValue("units/decimals", "4");
+    const SettingsOverlay overlay(QString(), {parseSetting("decimals=by unit")}, kept.console);
+    EXPECT_FALSE(QSettings().contains("units/decimals")) << "a default that has no value";
 }
 
 TEST_F(SettingsOverlayTest, AFileStandsInForTheUsersSettingsAndStaysAsItIs)
@@ -185,6 +189,15 @@ TEST_F(SettingsOverlayTest, WhatIsWrongInTheUsersOwnSettingsIsToldAndLeftOut)
     EXPECT_FALSE(QSettings().contains("text_export/option/_2"));
     EXPECT_FALSE(QSettings().contains("units/decimals"));
     EXPECT_EQ(QSettings().value("marker_export_list").toStringList().size(), 2);
+}
+
+TEST_F(SettingsOverlayTest, WhatIsWrongCanBeTakenOutForGood)
+{
+    QSettings().setValue("symbols_letterSize", 9999); // a format reads it by itself
+    QSettings().setValue("units/length", "in");
+    dropStoredFaults(kept.console);
+    EXPECT_TRUE(kept.err.contains("found \"9999\"")) << kept.err;
+    EXPECT_EQ(QSettings().allKeys(), QStringList("units/length"));
 }
 
 TEST_F(SettingsOverlayTest, ConventionsFollowTheStoreAndBadOnesAreTold)

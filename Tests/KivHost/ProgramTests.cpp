@@ -186,7 +186,7 @@ TEST_F(ProgramTest, FormatsAndSettingsAreListed)
     EXPECT_TRUE(out.contains("field_separator = \\x1d\n")) << out;
     EXPECT_TRUE(out.contains("unit = cm\n")) << out;
     ASSERT_EQ(run({"settings", "--json"}), 0);
-    EXPECT_EQ(QJsonDocument::fromJson(out.toUtf8()).array()[4].toObject()["value"], "\\x1d");
+    EXPECT_EQ(QJsonDocument::fromJson(out.toUtf8()).array()[5].toObject()["value"], "\\x1d");
 }
 
 TEST_F(ProgramTest, AResultThatCannotBePrintedIsAFailure)

@@ -144,6 +144,20 @@ TEST_F(TranslationTest, TheEnvironmentChoosesTheLanguageAndEnglishIsOne)
     }
 }
 
+TEST_F(TranslationTest, TheUsersChoiceGoesBeforeTheEnvironment)
+{
+    const auto word = [&](const QStringList &more) {
+        return report("fr_FR.UTF-8", QStringList{"txt", "--fields", "12"} + more).value(0);
+    };
+    const QStringList french{"Aucune"};
+    const QStringList german{"Keine"};
+    EXPECT_EQ(word({}), french);
+    EXPECT_EQ(word({"--set", "language=de"}), german);
+    folder.write("KivSystem/kivhost.ini", "[window]\nlanguage=de\n");
+    EXPECT_EQ(word({}), german);
+    EXPECT_EQ(word({"--set", "language=system"}), french);
+}
+
 TEST_F(TranslationTest, APluginWithoutTranslationsSpeaksEnglish)
 {
     ASSERT_TRUE(QFile::link(kPlugins + "/libKivPlotOut.so", folder.path("libKivPlotOut.so")));

@@ -138,6 +138,7 @@ void HostWindow::applySettings()
     {
         QTextStream stream(&problems);
         const Console console{stream, stream};
+        dropStoredFaults(console);
         applyConventions(console);
         restoreMarkerSettings(console);
     }
@@ -149,14 +150,17 @@ void HostWindow::applySettings()
         }
     }
     if (!problems.isEmpty()) {
-        warn(problems.trimmed(), this);
+        problems.remove(QStringLiteral("kivhost: ")); // the window says that it is speaking
+        warn(windowText("Settings that cannot be read have their defaults again:") +
+                 QLatin1Char('\n') + problems.trimmed(),
+            this);
     }
 }
 
 int runWindow(const WindowOptions &options, const QString &plugins)
 {
     const QDir directory = pluginsDirectory(plugins);
-    installTranslations(directory, windowLanguage());
+    installTranslations(directory, chosenLanguage());
     QGuiApplication::setDesktopFileName(QStringLiteral("kivhost"));
     QApplication::setWindowIcon(programIcon());
     HostWindow window;

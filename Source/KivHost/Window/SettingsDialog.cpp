@@ -5,6 +5,7 @@
 #include "SettingsEditors.h"
 #include "WindowText.h"
 
+#include <QCheckBox>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QFormLayout>
@@ -50,7 +51,7 @@ const std::vector<SettingsPage> &settingsPages()
         {"Units", "In separators \\t, \\n, \\r, \\\\ and \\xHH stand for bytes.",
             [](const QString &name) { return units.contains(name); }},
         {"Language", "Another language takes effect at the next start.",
-            [](const QString &name) { return name == windowLanguageSetting().name; }},
+            [](const QString &name) { return name == QLatin1String("language"); }},
         {"Plot options", nullptr,
             [](const QString &name) {
                 return name.startsWith(QLatin1String("plot_")) && !isLetterSize(name);
@@ -62,6 +63,19 @@ const std::vector<SettingsPage> &settingsPages()
     return pages;
 }
 
+// With an ampersand before the first letter that is not among those in use, to which it is added.
+QString withMnemonic(const QString &text, QString &used)
+{
+    for (int at = 0; at < text.size(); ++at) {
+        const QChar letter = text[at].toLower();
+        if (letter.isLetter() && !used.contains(letter)) {
+            used += letter;
+            return QString(text).insert(at, QLatin1Char('&'));
+        }
+    }
+    return text;
+}
+
 class SettingsDialog final : public QDialog
 {
 public:
@@ -71,9 +85,10 @@ public:
 
 private:
     QWidget *makePage(const SettingsPage &page);
-    void addEditor(QFormLayout *form, const Setting &setting);
+    void addEditor(QFormLayout *form, const Setting &setting, QString &mnemonics);
     void restoreDefaults();
-    void updateOk();
+    bool validate();
+    bool store();
 
     QListWidget *m_list;
     QStackedWidget *m_pages;
@@ -114,20 +129,17 @@ SettingsDialog::SettingsDialog(QWidget *parent)
     layout->addLayout(middle);
     layout->addWidget(m_buttons);
     resize(QSize(kFirstWidth, kFirstHeight).boundedTo(screen()->availableGeometry().size()));
-    updateOk();
 }
 
 QWidget *SettingsDialog::makePage(const SettingsPage &page)
 {
     auto *content = new QWidget;
     auto *form = new QFormLayout(content);
+    QString mnemonics = QStringLiteral("oc"); // of OK and Cancel
     for (const Setting &setting : hostSettings()) {
         if (page.has(setting.name)) {
-            addEditor(form, setting);
+            addEditor(form, setting, mnemonics);
         }
-    }
-    if (page.has(windowLanguageSetting().name)) {
-        addEditor(form, windowLanguageSetting());
     }
     if (page.note != nullptr) {
         auto *note = new QLabel(windowText(page.note));
@@ -145,19 +157,21 @@ QWidget *SettingsDialog::makePage(const SettingsPage &page)
     return area;
 }
 
-void SettingsDialog::addEditor(QFormLayout *form, const Setting &setting)
+void SettingsDialog::addEditor(QFormLayout *form, const Setting &setting, QString &mnemonics)
 {
     const QSettings store;
-    SettingEditor editor = makeEditor(setting, [this] { updateOk(); });
+    SettingEditor editor = makeEditor(setting);
     const QString stored = currentText(setting, store);
     editor.setText(findStoredFault(setting, store).isEmpty() ? stored : setting.defaultText);
-    if (setting.type.input == SettingType::Input::Flag) {
-        form->addRow(editor.control);
+    const QString label = withMnemonic(labelOf(setting), mnemonics);
+    if (auto *box = qobject_cast<QCheckBox *>(editor.control)) {
+        box->setText(label);
+        form->addRow(box);
     } else {
-        form->addRow(labelOf(setting), editor.control);
+        form->addRow(label, editor.control);
     }
-    m_editors.push_back(std::move(editor));
     m_stored.push_back(stored);
+    m_editors.push_back(std::move(editor));
 }
 
 void SettingsDialog::restoreDefaults()
@@ -169,37 +183,68 @@ void SettingsDialog::restoreDefaults()
     }
 }
 
-void SettingsDialog::updateOk()
+// Brings the first control with a wrong text to the front and tells what it may be.
+bool SettingsDialog::validate()
 {
-    m_buttons->button(QDialogButtonBox::Ok)
-        ->setEnabled(std::all_of(m_editors.begin(), m_editors.end(),
-            [](const SettingEditor &editor) { return editor.isValid(); }));
+    const auto wrong = std::find_if(m_editors.begin(), m_editors.end(),
+        [](const SettingEditor &editor) { return !editor.isValid(); });
+    if (wrong == m_editors.end()) {
+        return true;
+    }
+    for (int page = 0; page < m_pages->count(); ++page) {
+        if (m_pages->widget(page)->isAncestorOf(wrong->control)) {
+            m_list->setCurrentRow(page);
+        }
+    }
+    wrong->control->setFocus();
+    KivApplication::instance()->displayWarning(
+        windowText("%1: expected %2.").arg(labelOf(*wrong->setting), wrong->setting->type.meaning),
+        windowTitle(), this);
+    return false;
+}
+
+// False when the store takes nothing: what is in its memory is then as it was, too.
+bool SettingsDialog::store()
+{
+    QSettings store;
+    std::vector<std::pair<QString, QVariant>> before;
+    const auto set = [&store](const QString &key, const QVariant &value) {
+        if (value.isValid()) {
+            store.setValue(key, value);
+        } else { // there was none, or a default that has a name and no value
+            store.remove(key);
+        }
+    };
+    for (std::size_t index = 0; index < m_editors.size(); ++index) {
+        const Setting &setting = *m_editors[index].setting;
+        const QString text = m_editors[index].text();
+        if (text != m_stored[index]) {
+            before.emplace_back(setting.key, store.value(setting.key));
+            set(setting.key, setting.type.parse(text));
+        }
+    }
+    store.sync();
+    if (store.status() == QSettings::NoError) {
+        return true;
+    }
+    for (const auto &[key, value] : before) {
+        set(key, value);
+    }
+    return false;
 }
 
 void SettingsDialog::accept()
 {
-    QSettings store;
-    for (std::size_t index = 0; index < m_editors.size(); ++index) {
-        const SettingEditor &editor = m_editors[index];
-        const QString text = editor.text();
-        if (text == m_stored[index]) {
-            continue;
-        }
-        const QVariant value = editor.setting->type.parse(text);
-        if (value.isValid()) {
-            store.setValue(editor.setting->key, value);
-        } else { // a default that has a name and no value
-            store.remove(editor.setting->key);
-        }
-    }
-    store.sync();
-    if (store.status() != QSettings::NoError) {
-        KivApplication::instance()->displayWarning(
-            windowText("%1: the settings cannot be written.").arg(store.fileName()), windowTitle(),
-            this);
+    if (!validate()) {
         return;
     }
-    QDialog::accept();
+    if (store()) {
+        QDialog::accept();
+        return;
+    }
+    KivApplication::instance()->displayWarning(
+        windowText("%1: the settings cannot be written.").arg(QSettings().fileName()),
+        windowTitle(), this);
 }
 
 // The running program obeys the store. Bad values in it, which are told at the start, give the

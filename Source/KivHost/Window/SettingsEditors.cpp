@@ -131,19 +131,18 @@ SettingEditor colorEditor(const Setting &setting)
     return {&setting, button, [button] { return button->text(); }, setText, [] { return true; }};
 }
 
-SettingEditor textEditor(const Setting &setting, const std::function<void()> &changed)
+SettingEditor textEditor(const Setting &setting)
 {
     auto *edit = new QLineEdit;
     const auto isValid = [edit, &setting] { return setting.type.parse(edit->text()).isValid(); };
-    QObject::connect(edit, &QLineEdit::textChanged, edit, [edit, isValid, changed] {
+    QObject::connect(edit, &QLineEdit::textChanged, edit, [edit, isValid] {
         edit->setStyleSheet(isValid() ? QString() : QStringLiteral("color: #b00020"));
-        changed();
     });
     return {&setting, edit, [edit] { return edit->text(); },
         [edit](const QString &text) { edit->setText(text); }, isValid};
 }
 
-SettingEditor editorFor(const Setting &setting, const std::function<void()> &changed)
+SettingEditor editorFor(const Setting &setting)
 {
     switch (setting.type.input) {
     case Input::Choice:
@@ -158,7 +157,24 @@ SettingEditor editorFor(const Setting &setting, const std::function<void()> &cha
     case Input::Text:
         break;
     }
-    return textEditor(setting, changed);
+    return textEditor(setting);
+}
+
+// A number is told as its control shows it, in the user's unit.
+QString toolTipOf(const SettingEditor &editor)
+{
+    const Setting &setting = *editor.setting;
+    QString meaning = setting.type.meaning;
+    QString fallback = setting.defaultText;
+    if (auto *spin = qobject_cast<QDoubleSpinBox *>(editor.control)) {
+        const auto shown = [spin](double value) {
+            return spin->textFromValue(value) + spin->suffix();
+        };
+        meaning = windowText("from %1 to %2").arg(shown(spin->minimum()), shown(spin->maximum()));
+        editor.setText(setting.defaultText);
+        fallback = spin->text();
+    }
+    return windowText("%1: %2; default: %3").arg(setting.name, meaning, fallback);
 }
 
 // Who scrolls the page changes no value on the way.
@@ -180,15 +196,14 @@ public:
 
 } // namespace
 
-SettingEditor makeEditor(const Setting &setting, const std::function<void()> &changed)
+SettingEditor makeEditor(const Setting &setting)
 {
-    SettingEditor editor = editorFor(setting, changed);
+    SettingEditor editor = editorFor(setting);
     editor.control->setObjectName(setting.name);
     editor.control->setFocusPolicy(Qt::StrongFocus); // not by the wheel
     editor.control->installEventFilter(new WheelGuard(editor.control));
     editor.control->setAccessibleName(labelOf(setting));
-    editor.control->setToolTip(windowText("%1: %2; default: %3")
-                                   .arg(setting.name, setting.type.meaning, setting.defaultText));
+    editor.control->setToolTip(toolTipOf(editor));
     return editor;
 }
 

@@ -22,8 +22,7 @@ struct SettingEditor
     std::function<bool()> isValid;
 };
 
-/// `changed` is called when a text is typed.
-SettingEditor makeEditor(const Setting &setting, const std::function<void()> &changed);
+SettingEditor makeEditor(const Setting &setting);
 
 /// What the control is called: the setting's meaning as a label.
 QString labelOf(const Setting &setting);
