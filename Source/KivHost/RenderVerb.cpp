@@ -88,7 +88,7 @@ QByteArray encodedFile(const RenderOptions &options, const QSize &asked, bool is
     return isSvg ? svgOf(picture, size) : pngOf(imageOf(picture, size));
 }
 
-// y of a scene is upward.
+// In the middle, whatever the shape of the picture is. y of a scene is upward.
 void paintScene(QPaintDevice &device, QGraphicsScene &scene, const QSize &size)
 {
     QPainter painter(&device);
@@ -97,7 +97,10 @@ void paintScene(QPaintDevice &device, QGraphicsScene &scene, const QSize &size)
     painter.fillRect(QRect({}, size), Qt::white);
     painter.translate(0, size.height());
     painter.scale(1, -1);
-    scene.render(&painter, QRectF({}, size));
+    const QRectF whole({}, size);
+    QRectF place({}, scene.sceneRect().size().scaled(whole.size(), Qt::KeepAspectRatio));
+    place.moveCenter(whole.center());
+    scene.render(&painter, place);
 }
 
 QByteArray svgOf(QGraphicsScene &scene, const QSize &size)

@@ -16,11 +16,13 @@ namespace KivSystem {
 namespace {
 
 // A square piece of so many cm, its corner at 0.
-std::unique_ptr<CDbPolygon> square(double side, const CDbVectorsObjectTable &inside = {})
+std::unique_ptr<CDbPolygon> square(double side, const CDbVectorsObjectTable &inside = {},
+    const std::vector<InternalLine> &lines = {})
 {
     PieceShape shape;
     shape.contour = {{0, 0}, {side, 0}, {side, side}, {0, side}};
     shape.internalPoints = inside;
+    shape.internalLines = lines;
     auto polygon = std::make_unique<CDbPolygon>(short(1), short(1), true);
     polygon->setOwnShape(shape, Placement());
     return polygon;
@@ -49,28 +51,79 @@ bool isInked(const QImage &image)
     return false;
 }
 
-TEST_F(WindowTest, LayersLieSideBySideAndStandByGroupsAboveTheFabric)
+TEST_F(WindowTest, LayersLieSideBySideByRankAndStandByGroupsAboveTheFabric)
 {
-    const MarkerChild &child = open(kTshirt);
-    const CDbMarkerDrawing &drawing = *child.document().drawing();
-    const CDbFabricObject &fabric = *drawing.getFabric(0);
-    const std::vector<LaidLayer> laid = drawing.laidLayers(&fabric);
-    ASSERT_EQ(laid.size(), 2U);
-    int standBy = 0;
-    for (const ScenePiece &piece : child.scene()->pieces()) {
-        const QRectF place = piece.item->mapRectToScene(piece.item->shape().boundingRect());
-        const LaidLayer &layer = laid.at(static_cast<std::size_t>(piece.layer - 1));
-        EXPECT_GE(place.left(), layer.start - 0.01);
-        EXPECT_LE(place.right(), layer.start + layer.length + 0.01);
-        if (piece.standBy) {
-            ++standBy;
-            EXPECT_GT(place.top(), fabric.getFabricLayerWidth(piece.layer));
-        } else {
-            EXPECT_LE(place.bottom(), fabric.getFabricLayerWidth(piece.layer) + 0.01);
+    for (const auto &[path, first] : {std::pair(kTshirt, 1), std::pair(kTrousers, 2)}) {
+        const MarkerChild &child = open(path);
+        const CDbFabricObject &fabric = *child.document().drawing()->getFabric(0);
+        int standBy = 0;
+        short layer = 1;
+        for (const ScenePiece &piece : child.scene()->pieces()) {
+            const QRectF place = piece.item->mapRectToScene(piece.item->shape().boundingRect());
+            const double start =
+                piece.layer == first ? 0 : fabric.getLengthOccupiedLayer(static_cast<short>(first));
+            EXPECT_GE(place.left(), start - 0.01);
+            EXPECT_LE(place.right(), start + fabric.getLengthOccupiedLayer(piece.layer) + 0.01);
+            if (piece.standBy) {
+                ++standBy;
+                EXPECT_GT(place.top(), fabric.getFabricLayerWidth(piece.layer));
+            } else {
+                EXPECT_LE(place.bottom(), fabric.getFabricLayerWidth(piece.layer) + 0.01);
+            }
+            EXPECT_GE(piece.layer, layer) << "in the order of the file";
+            layer = piece.layer;
+        }
+        EXPECT_EQ(standBy, layerFacts(fabric, 1).standBy + layerFacts(fabric, 2).standBy);
+        EXPECT_EQ(standBy > 0, path == kTshirt);
+        EXPECT_EQ(layer, 2);
+    }
+}
+
+TEST(MarkerScene, WhatReachesBeyondAPieceLiesOverItsNeighbour)
+{
+    const Folder folder;
+    QByteArray bytes = smallMarker(); // with a notch that is 3 cm long, to the right
+    bytes.replace("[10, 0],", R"([10, 0], {"x": 10, "y": 8, "type": "simpleNotch", "notch": [3, 0]},
+        [10, 12],)");
+    bytes.replace(R"("x": 5, "y": 1})", R"("x": 5, "y": 1,
+        "images": [{"x": 14, "y": 2, "width": 4, "height": 2}],
+        "texts": [{"lines": ["P"], "section": "margin", "x": 8, "y": 4}]},
+        {"piece": 1, "size": 1, "x": 15, "y": 1})");
+    bytes.replace(R"("width": 150,)", R"("width": 150,
+        "texts": [{"lines": ["H"], "section": "header", "x": 8, "y": 4}],)");
+    const auto document = loadMarker(folder.write("a.mar", bytes));
+    SceneOptions options;
+    MarkerScene scene(*document->drawing(), *document->drawing()->getFabric(0), options);
+    QStringList texts;
+    for (const QGraphicsItem *item : scene.items()) {
+        if (const auto *text = dynamic_cast<const SceneTextItem *>(item)) {
+            texts += text->text().lines;
         }
     }
-    EXPECT_EQ(standBy, layerFacts(fabric, 1).standBy + layerFacts(fabric, 2).standBy);
-    EXPECT_GT(standBy, 0);
+    texts.sort();
+    EXPECT_EQ(texts, QStringList({"Layer A", "P"})) << "the section is for texts of layers alone";
+    for (const bool shown : {true, false}) {
+        options.texts = false;
+        options.notches = shown;
+        scene.setOptions(options);
+        EXPECT_EQ(isInked(imageOf(scene, {16, 8.5, 1, 1}, 20)), shown) << "notch";
+        EXPECT_EQ(isInked(imageOf(scene, {17.5, 2.5, 1, 1}, 20)), shown) << "frame of the image";
+    }
+}
+
+TEST(MarkerScene, APictureHasTheMarkerInItsMiddle)
+{
+    const Folder folder;
+    KeptConsole kept;
+    RenderOptions options;
+    options.file = folder.write("a.mar", smallMarker());
+    options.output = folder.path("a.png");
+    options.size = "900x300";
+    ASSERT_EQ(renderPicture(options, kept.console), ExitDone);
+    const QImage image(options.output);
+    EXPECT_FALSE(isInked(image.copy(0, 0, 300, 300)));
+    EXPECT_TRUE(isInked(image.copy(300, 0, 300, 300)));
+    EXPECT_FALSE(isInked(image.copy(600, 0, 300, 300)));
 }
 
 TEST(MarkerScene, LinksAreDrawnInTheirPatternAndDrillsInTheirFigure)
@@ -116,6 +169,9 @@ TEST(MarkerScene, LinksAreDrawnInTheirPatternAndDrillsInTheirFigure)
         punch.punchMatrix = {0, 1, -1, 0};
         CDbMarkerPointObject point(5, 5, Punch);
         point.setPunch(punch);
+        // On an internal line likewise.
+        EXPECT_EQ(outlineOf(*square(10, {point})).drills,
+            outlineOf(*square(10, {}, {{InternalLine::Kind::Draw, {point, {6, 5}}}})).drills);
         const QRectF extent = outlineOf(*square(10, {point})).drills.boundingRect();
         const QRectF off(extent.topLeft() - drill.extent.topLeft(),
             extent.bottomRight() - drill.extent.bottomRight());

@@ -17,6 +17,7 @@
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPainter>
 #include <QSettings>
 #include <QSignalBlocker>
 #include <QSplitter>
@@ -35,6 +36,26 @@ public:
     ~WaitCursor() { QApplication::restoreOverrideCursor(); }
     WaitCursor(const WaitCursor &) = delete;
     WaitCursor &operator=(const WaitCursor &) = delete;
+};
+
+/// One line that ends in an ellipsis where there is no room for all of it.
+class ElidedLabel : public QLabel
+{
+public:
+    explicit ElidedLabel(QWidget *parent) : QLabel(parent)
+    {
+        setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        const QRect room = contentsRect();
+        QPainter painter(this);
+        painter.setPen(palette().color(foregroundRole()));
+        painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+            fontMetrics().elidedText(text(), Qt::ElideRight, room.width()));
+    }
 };
 
 // The wanted one if the drawing has it, else the one that it was stored with, else the first.
@@ -145,9 +166,10 @@ QWidget *MarkerChild::makeHeader()
     m_mode->setStyleSheet(
         QStringLiteral("background: #0b57d0; color: white; padding: 2px 8px; border-radius: 3px;"));
     m_mode->hide();
-    m_messages = new QLabel(header);
-    m_messages->setStyleSheet(QStringLiteral("color: #a01616;"));
-    m_messages->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_messages = new ElidedLabel(header);
+    QPalette red = m_messages->palette();
+    red.setColor(m_messages->foregroundRole(), QColor(0xa0, 0x16, 0x16));
+    m_messages->setPalette(red);
 
     auto *layout = new QHBoxLayout(header);
     layout->setContentsMargins(6, 4, 6, 2);
@@ -365,7 +387,7 @@ void MarkerChild::showStatus()
     m_messages->setText(
         messages.size() < 2
             ? messages.join(QString())
-            : windowText("%1 (and %2 more)").arg(messages.first()).arg(messages.size() - 1));
+            : windowText("1 of %1: %2").arg(QString::number(messages.size()), messages.first()));
     m_messages->setToolTip(messages.join(QLatin1Char('\n')).toHtmlEscaped());
 }
 

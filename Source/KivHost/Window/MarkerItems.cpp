@@ -32,6 +32,7 @@ const QColor kCutLine(0x1f, 0x5f, 0xbf);
 const QColor kDrawnLine(0x6b, 0x72, 0x80);
 const QColor kMark(0xb4, 0x53, 0x09);
 const QColor kLink(0x7c, 0x3a, 0xed);
+const QColor kImage(0xbe, 0x18, 0x5d);
 const QColor kStripe(0xa1, 0x62, 0x07, 0x90);
 const QColor kSelected(0x0b, 0x57, 0xd0);
 
@@ -52,6 +53,11 @@ void drawPath(QPainter &painter, const QTransform &view, const QPainterPath &pat
 double pixelsPerCentimetre(const QPainter &painter)
 {
     return QStyleOptionGraphicsItem::levelOfDetailFromTransform(painter.worldTransform());
+}
+
+QRectF withOvershoot(const QRectF &rect)
+{
+    return rect.adjusted(-kOvershoot, -kOvershoot, kOvershoot, kOvershoot);
 }
 
 double widestLine(const QFontMetricsF &metrics, const QStringList &lines)
@@ -271,20 +277,13 @@ void drawSceneText(QPainter &painter, const SceneText &text)
     }
 }
 
-PolygonItem::PolygonItem(Content content, const SceneOptions &options)
-    : m_content(std::move(content))
-    , m_options(options)
+PolygonItem::PolygonItem(const PieceOutline &outline, Kind kind)
+    : m_contour(outline.contour)
+    , m_coarse(outline.coarse)
+    , m_kind(kind)
+    , m_bounds(withOvershoot(outline.contour.boundingRect()))
 {
-    const PieceOutline &outline = m_content.outline;
-    m_bounds = outline.contour.boundingRect();
-    for (const QPainterPath *path : {&outline.seam, &outline.notches, &outline.marks,
-             &outline.drills, &outline.cutLines, &outline.drawnLines, &outline.links}) {
-        if (!path->isEmpty()) {
-            m_bounds = m_bounds.united(path->boundingRect());
-        }
-    }
-    m_bounds.adjust(-kOvershoot, -kOvershoot, kOvershoot, kOvershoot);
-    setFlag(ItemIsSelectable, !m_content.cutDownPartner);
+    setFlag(ItemIsSelectable, kind == Piece);
 }
 
 void PolygonItem::setFill(const QColor &fill)
@@ -304,28 +303,68 @@ void PolygonItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWi
     const QTransform view = painter->worldTransform();
     painter->save();
     painter->setWorldTransform(QTransform());
-    const Qt::PenStyle style = m_content.cutDownPartner ? Qt::DashLine : Qt::SolidLine;
+    const Qt::PenStyle style = m_kind == CutDownPartner ? Qt::DashLine : Qt::SolidLine;
     painter->setPen(isSelected() ? flatPen(kSelected, 3, style) : flatPen(kOutline, 1, style));
-    painter->setBrush(m_content.cutDownPartner ? QBrush(Qt::NoBrush) : QBrush(fill));
-    if (pixels < kFinePicture && m_content.outline.coarse.size() > 2) {
-        painter->drawPolygon(view.map(m_content.outline.coarse));
+    painter->setBrush(m_kind == CutDownPartner ? QBrush(Qt::NoBrush) : QBrush(fill));
+    if (pixels < kFinePicture && m_coarse.size() > 2) {
+        painter->drawPolygon(view.map(m_coarse));
     } else {
-        drawPath(*painter, view, m_content.outline.contour);
-    }
-    if (pixels >= kSmallestPart) {
-        paintDetails(*painter, view);
+        drawPath(*painter, view, m_contour);
     }
     painter->restore();
-    if (m_options.texts && !m_content.name.lines.isEmpty()) {
+}
+
+DetailsItem::DetailsItem(const SceneOptions &options) : m_options(options)
+{
+    setFlag(ItemUsesExtendedStyleOption); // only what is in sight is drawn
+    setAcceptedMouseButtons(Qt::NoButton);
+}
+
+QRectF DetailsItem::add(PieceOutline outline, const SceneText &name, const QPointF &shift)
+{
+    QRectF bounds = outline.contour.boundingRect();
+    for (const QPainterPath *path :
+        {&outline.seam, &outline.notches, &outline.marks, &outline.drills, &outline.images,
+            &outline.cutLines, &outline.drawnLines, &outline.links}) {
+        if (!path->isEmpty()) {
+            bounds = bounds.united(path->boundingRect());
+        }
+    }
+    bounds = withOvershoot(bounds).translated(shift);
+    prepareGeometryChange();
+    m_bounds = m_bounds.united(bounds);
+    m_details.push_back({std::move(outline), shift, name.translated(shift), bounds});
+    return bounds;
+}
+
+void DetailsItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *)
+{
+    const auto forEachInSight = [&](const auto &draw) {
+        for (const Details &details : m_details) {
+            if (details.bounds.intersects(option->exposedRect)) {
+                draw(details);
+            }
+        }
+    };
+    const QTransform view = painter->worldTransform();
+    if (pixelsPerCentimetre(*painter) >= kSmallestPart) {
+        painter->save();
+        painter->setWorldTransform(QTransform());
+        painter->setBrush(Qt::NoBrush);
+        forEachInSight([&](const Details &details) { paintLines(*painter, details, view); });
+        painter->restore();
+    }
+    if (m_options.texts) {
         painter->setPen(QColor(0x11, 0x18, 0x27));
-        drawSceneText(*painter, m_content.name);
+        forEachInSight([&](const Details &details) { drawSceneText(*painter, details.name); });
     }
 }
 
-void PolygonItem::paintDetails(QPainter &painter, const QTransform &view) const
+void DetailsItem::paintLines(
+    QPainter &painter, const Details &details, const QTransform &view) const
 {
-    const PieceOutline &outline = m_content.outline;
-    painter.setBrush(Qt::NoBrush);
+    const PieceOutline &outline = details.outline;
+    const QTransform place = QTransform::fromTranslate(details.shift.x(), details.shift.y()) * view;
     const std::pair<const QPainterPath *, QPen> lines[] = {
         {&outline.seam, flatPen(kDrawnLine, 1, Qt::DashLine)},
         {&outline.drawnLines, flatPen(kDrawnLine, 1, Qt::DashDotLine)},
@@ -334,14 +373,16 @@ void PolygonItem::paintDetails(QPainter &painter, const QTransform &view) const
     };
     for (const auto &[path, pen] : lines) {
         painter.setPen(pen);
-        drawPath(painter, view, *path);
+        drawPath(painter, place, *path);
     }
     if (m_options.notches) {
+        painter.setPen(flatPen(kImage, 1, Qt::DashLine));
+        drawPath(painter, place, outline.images);
         painter.setPen(flatPen(kNotch, 1.5));
-        drawPath(painter, view, outline.notches);
+        drawPath(painter, place, outline.notches);
         painter.setPen(flatPen(kMark, 1.5));
-        drawPath(painter, view, outline.marks);
-        drawPath(painter, view, outline.drills);
+        drawPath(painter, place, outline.marks);
+        drawPath(painter, place, outline.drills);
     }
 }
 

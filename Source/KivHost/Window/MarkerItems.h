@@ -61,34 +61,63 @@ QRectF extentOf(const SceneText &text);
 /// Draws with a painter whose transformation is that of a scene.
 void drawSceneText(QPainter &painter, const SceneText &text);
 
-/// A polygon of the marker.
+/// A polygon of the marker: its fill and its cut contour. All else of it is drawn by a DetailsItem.
 class PolygonItem : public QGraphicsItem
 {
 public:
-    struct Content
+    enum Kind
     {
-        PieceOutline outline;
-        SceneText name;
-        bool cutDownPartner = false;
+        Piece,
+        CutDownPartner, ///< an outline that is not selected
     };
 
-    /// `options` is the scene's and outlives the item.
-    PolygonItem(Content content, const SceneOptions &options);
+    PolygonItem(const PieceOutline &outline, Kind kind);
 
     void setFill(const QColor &fill);
     QColor fill() const { return m_fill; }
 
     QRectF boundingRect() const override { return m_bounds; }
-    QPainterPath shape() const override { return m_content.outline.contour; }
+    QPainterPath shape() const override { return m_contour; }
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
 
 private:
-    void paintDetails(QPainter &painter, const QTransform &view) const;
-
-    Content m_content;
-    const SceneOptions &m_options;
+    QPainterPath m_contour;
+    QPolygonF m_coarse;
+    Kind m_kind;
     QRectF m_bounds;
     QColor m_fill;
+};
+
+/// Lines, marks and names of all polygons of a scene, which may reach over a neighbour and so lie
+/// above the fills. One item has them all, since from afar a picture costs what its items are in
+/// number. The mouse does not find it.
+class DetailsItem : public QGraphicsItem
+{
+public:
+    /// `options` is the scene's and outlives the item.
+    explicit DetailsItem(const SceneOptions &options);
+
+    /// Of one polygon, which is shifted by so many cm. Returns what they cover in the scene.
+    QRectF add(PieceOutline outline, const SceneText &name, const QPointF &shift);
+
+    QRectF boundingRect() const override { return m_bounds; }
+    QPainterPath shape() const override { return {}; }
+    void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
+
+private:
+    struct Details
+    {
+        PieceOutline outline;
+        QPointF shift; // of the outline
+        SceneText name;
+        QRectF bounds;
+    };
+
+    void paintLines(QPainter &painter, const Details &details, const QTransform &view) const;
+
+    const SceneOptions &m_options;
+    std::vector<Details> m_details;
+    QRectF m_bounds;
 };
 
 /// A text by itself, such as a layer's name. The mouse finds it where it was drawn last.
@@ -96,6 +125,8 @@ class SceneTextItem : public QGraphicsItem
 {
 public:
     SceneTextItem(SceneText text, const QColor &color, double leastPixels = 0);
+
+    const SceneText &text() const { return m_text; }
 
     QRectF boundingRect() const override { return m_bounds; }
     QPainterPath shape() const override { return m_shape; }

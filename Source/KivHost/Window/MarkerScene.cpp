@@ -1,6 +1,8 @@
 #include "MarkerScene.h"
 
 #include "KivMarker/Drawing.h"
+#include "KivMarker/Image.h"
+#include "KivMarker/MarkerOptions.h"
 #include "KivMarker/ShareGlobales.h"
 #include "MarkerFacts.h"
 #include "PieceName.h"
@@ -28,7 +30,8 @@ constexpr double kFoldWidth = 4;        // pixels, of the line at a folded edge
 enum Height : int
 {
     ClothHeight = 0,
-    PieceHeight = 2,
+    PieceHeight = 1,
+    DetailHeight = 2, // above the fills of all pieces
     GuideHeight = 3,
     TextHeight = 4,
 };
@@ -97,22 +100,42 @@ SceneText sceneText(const CDbTextObject &text)
 
 using Texts = std::vector<std::unique_ptr<CDbTextObject>>;
 
-void addExtents(std::vector<QRectF> &extents, const Texts &texts)
+std::vector<SceneText> sceneTexts(const Texts &texts)
 {
+    std::vector<SceneText> shown;
+    for (const auto &text : texts) {
+        shown.push_back(sceneText(*text));
+    }
+    return shown;
+}
+
+// The section counts for the texts of a layer alone: those of groups and polygons are on the
+// Illustrator drawing whatever theirs is.
+std::vector<SceneText> layerTexts(const Texts &texts)
+{
+    std::vector<SceneText> shown;
     for (const auto &text : texts) {
         if (text->textWorkSection == WorkAreaSection) {
-            extents.push_back(extentOf(sceneText(*text)));
+            shown.push_back(sceneText(*text));
         }
+    }
+    return shown;
+}
+
+void addExtents(std::vector<QRectF> &extents, const std::vector<SceneText> &texts)
+{
+    for (const SceneText &text : texts) {
+        extents.push_back(extentOf(text));
     }
 }
 
 // What a group's texts and those of its polygons take, where they lie in the marker.
 void addExtents(std::vector<QRectF> &extents, const CDbGrPolysObject &group)
 {
-    addExtents(extents, group.texts);
+    addExtents(extents, sceneTexts(group.texts));
     for (const CDbPolygon *polygon = group.firstPolygon; polygon != nullptr;
          polygon = polygon->nextPolygon) {
-        addExtents(extents, polygon->polygonTexts);
+        addExtents(extents, sceneTexts(polygon->polygonTexts));
     }
 }
 
@@ -124,6 +147,14 @@ StripesItem::Stripes stripesOf(const CDbLineObjectList &lines, double repetition
         stripes.positions.push_back(line.linePosition + offset);
     }
     return stripes;
+}
+
+std::vector<short> layersByRank(const CDbLayerObjectTable &table)
+{
+    std::vector<short> layers;
+    forEachNumber(table.size(),
+        [&](short rank) { layers.push_back(table.getLayerIndexInGiveRank(rank, false)); });
+    return layers;
 }
 
 QString identityOf(const ScenePiece &piece)
@@ -155,6 +186,9 @@ MarkerScene::MarkerScene(const CDbMarkerDrawing &drawing, const CDbFabricObject 
     , m_fabric(fabric)
     , m_options(options)
 {
+    m_details = new DetailsItem(m_options);
+    m_details->setZValue(DetailHeight);
+    addItem(m_details);
     for (const Place &place : places()) {
         addLayer(place);
     }
@@ -224,26 +258,31 @@ void MarkerScene::selectLike(const MarkerScene &other)
     selectPieces(positions);
 }
 
-// Layers that occupy nothing stand behind the others if there is something to show of them; of a
-// fabric on which nothing lies all are shown.
+// By rank. Layers that occupy nothing stand behind the others if there is something to show of
+// them; of a fabric on which nothing lies all are shown. The places come in the order of the file.
 std::vector<MarkerScene::Place> MarkerScene::places() const
 {
+    std::vector<short> layers = layersByRank(m_drawing.getLayerObjectTable());
+    const auto firstBare = std::stable_partition(layers.begin(), layers.end(),
+        [this](short layer) { return m_fabric.getLengthOccupiedLayer(layer) > kEmptyLayerLength; });
+    const auto space = static_cast<double>(CDbMarkerOptions::mDefaultOptions.spaceLayers());
     std::vector<Place> places;
-    double end = 0;
-    for (const LaidLayer &laid : m_drawing.laidLayers(&m_fabric)) {
-        places.push_back(
-            {laid.layer, laid.start, laid.length, m_fabric.getFabricLayerWidth(laid.layer)});
-        end = laid.start + laid.length + 2 * kStandByGap;
-    }
-    const std::vector<Place> laid = places;
-    forEachNumber(m_fabric.layerCount(), [&](short layer) {
-        const bool isLaid = std::any_of(
-            laid.begin(), laid.end(), [layer](const Place &place) { return place.layer == layer; });
-        if (!isLaid && (laid.empty() || !m_fabric.findLayer(layer)->groups.empty())) {
-            places.push_back({layer, end, kEmptyLength, m_fabric.getFabricLayerWidth(layer)});
-            end += kEmptyLength + 2 * kStandByGap;
+    double start = 0;
+    const auto add = [&](short layer, double length, double gap) {
+        places.push_back({layer, start, length, m_fabric.getFabricLayerWidth(layer)});
+        start += length + gap;
+    };
+    std::for_each(layers.begin(), firstBare,
+        [&](short layer) { add(layer, m_fabric.getLengthOccupiedLayer(layer), space); });
+    const bool isBare = places.empty();
+    start += isBare ? 0 : 2 * kStandByGap - space;
+    std::for_each(firstBare, layers.end(), [&](short layer) {
+        if (isBare || !m_fabric.findLayer(layer)->groups.empty()) {
+            add(layer, kEmptyLength, 2 * kStandByGap);
         }
     });
+    std::sort(places.begin(), places.end(),
+        [](const Place &left, const Place &right) { return left.layer < right.layer; });
     return places;
 }
 
@@ -272,7 +311,7 @@ void MarkerScene::addLayer(const Place &place)
     const FabricLayer &layer = *m_fabric.findLayer(place.layer);
     addGuideLines(layer, rect);
     std::vector<QRectF> texts;
-    addExtents(texts, layer.texts);
+    addExtents(texts, layerTexts(layer.texts));
     for (const auto &group : layer.groups) {
         if (group->groupPlace() == PlacedOnMarker) {
             addExtents(texts, *group);
@@ -283,7 +322,7 @@ void MarkerScene::addLayer(const Place &place)
             addGroup(*group, place, {place.start, 0}, texts);
         }
     }
-    addTexts(layer.texts, {place.start, 0});
+    addTexts(layerTexts(layer.texts), {place.start, 0});
     addStandBy(place);
 }
 
@@ -359,40 +398,43 @@ void MarkerScene::addGroup(const CDbGrPolysObject &group, const Place &place, co
         ScenePiece piece = describe(*polygon);
         piece.layer = place.layer;
         piece.standBy = standBy;
-        PolygonItem::Content content;
-        content.outline = outlineOf(*polygon);
+        const PieceOutline outline = outlineOf(*polygon);
+        piece.item = addPolygon(outline, PolygonItem::Piece, piece, shift,
+            standBy ? windowText("in stand-by") : QString());
         QStringList lines{piece.name, piece.size};
         lines.removeAll(QString());
-        content.name = pieceName(lines, *polygon, content.outline, texts);
-        piece.item = addPolygon(
-            std::move(content), piece, shift, standBy ? windowText("in stand-by") : QString());
+        m_extent = m_extent.united(
+            m_details->add(outline, pieceName(lines, *polygon, outline, texts), shift));
         m_pieces.push_back(std::move(piece));
         if (polygon->cutDownPolygon != nullptr) {
-            PolygonItem::Content partner;
-            partner.outline = outlineOf(*polygon->cutDownPolygon);
-            partner.cutDownPartner = true;
-            addPolygon(std::move(partner), describe(*polygon->cutDownPolygon), shift,
-                windowText("partner of a cut-down piece"));
+            const PieceOutline partner = outlineOf(*polygon->cutDownPolygon);
+            addPolygon(partner, PolygonItem::CutDownPartner, describe(*polygon->cutDownPolygon),
+                shift, windowText("partner of a cut-down piece"));
+            m_extent = m_extent.united(m_details->add(partner, {}, shift));
         }
-        addTexts(polygon->polygonTexts, shift);
+        addTexts(sceneTexts(polygon->polygonTexts), shift);
     }
-    addTexts(group.texts, shift);
+    addTexts(sceneTexts(group.texts), shift);
 }
 
-PolygonItem *MarkerScene::addPolygon(PolygonItem::Content content, const ScenePiece &words,
-    const QPointF &shift, const QString &remark)
+PolygonItem *MarkerScene::addPolygon(const PieceOutline &outline, PolygonItem::Kind kind,
+    const ScenePiece &words, const QPointF &shift, const QString &remark)
 {
-    auto *item = new PolygonItem(std::move(content), m_options);
+    auto *item = new PolygonItem(outline, kind);
     addItem(item);
     item->setPos(shift);
     item->setZValue(PieceHeight);
-    m_extent = m_extent.united(item->sceneBoundingRect());
     QStringList lines{QStringLiteral("<b>%1, %2, %3</b>")
                           .arg(words.name.toHtmlEscaped(), words.size.toHtmlEscaped(),
                               words.side.toHtmlEscaped()),
-        words.style.toHtmlEscaped(), remark};
-    if (remark.isEmpty()) {
-        lines.removeLast();
+        words.style.toHtmlEscaped()};
+    if (!remark.isEmpty()) {
+        lines.append(remark);
+    }
+    for (const CDbImage *image : words.polygon->getImages()) {
+        if (!image->file.isEmpty()) {
+            lines.append(windowText("image %1").arg(image->file.toHtmlEscaped()));
+        }
     }
     item->setToolTip(lines.join(QStringLiteral("<br>")));
     return item;
@@ -421,16 +463,13 @@ void MarkerScene::addStandBy(const Place &place)
     }
 }
 
-void MarkerScene::addTexts(const Texts &texts, const QPointF &shift)
+void MarkerScene::addTexts(const std::vector<SceneText> &texts, const QPointF &shift)
 {
-    for (const auto &text : texts) {
-        if (text->textWorkSection == WorkAreaSection) {
-            auto *item =
-                new SceneTextItem(sceneText(*text).translated(shift), QColor(0x1e, 0x6b, 0x3a));
-            item->setZValue(TextHeight);
-            addItem(item);
-            m_texts.push_back(item);
-        }
+    for (const SceneText &text : texts) {
+        auto *item = new SceneTextItem(text.translated(shift), QColor(0x1e, 0x6b, 0x3a));
+        item->setZValue(TextHeight);
+        addItem(item);
+        m_texts.push_back(item);
     }
 }
 

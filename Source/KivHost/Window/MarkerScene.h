@@ -1,5 +1,5 @@
-// MarkerScene: one fabric of a marker, its layers side by side along the length. Groups in stand-by
-// lie in rows above their layer. Coordinates are centimetres, y upward.
+// MarkerScene: one fabric of a marker, its layers side by side along the length by their ranks.
+// Groups in stand-by lie in rows above their layer. Coordinates are centimetres, y upward.
 #ifndef KIVHOST_MARKERSCENE_H
 #define KIVHOST_MARKERSCENE_H
 
@@ -7,7 +7,6 @@
 
 #include <QGraphicsScene>
 
-#include <memory>
 #include <vector>
 
 namespace KivSystem {
@@ -17,7 +16,6 @@ class CDbGrPolysObject;
 class CDbMarkerDrawing;
 class CDbPieceObject;
 class CDbPolygon;
-class CDbTextObject;
 struct FabricLayer;
 
 /// One polygon of the fabric, with the words that name it.
@@ -75,17 +73,18 @@ private:
     void addFolds(const QRectF &cloth);
     void addGroup(const CDbGrPolysObject &group, const Place &place, const QPointF &shift,
         const std::vector<QRectF> &texts);
-    PolygonItem *addPolygon(PolygonItem::Content content, const ScenePiece &words,
-        const QPointF &shift, const QString &remark);
+    PolygonItem *addPolygon(const PieceOutline &outline, PolygonItem::Kind kind,
+        const ScenePiece &words, const QPointF &shift, const QString &remark);
     void addStandBy(const Place &place);
-    void addTexts(const std::vector<std::unique_ptr<CDbTextObject>> &texts, const QPointF &shift);
+    void addTexts(const std::vector<SceneText> &texts, const QPointF &shift);
     ScenePiece describe(const CDbPolygon &polygon) const;
     QColor fillOf(const ScenePiece &piece) const;
 
     const CDbMarkerDrawing &m_drawing;
     const CDbFabricObject &m_fabric;
     SceneOptions m_options;
-    QRectF m_extent; // of cloth and pieces
+    QRectF m_extent;                  // of cloth and pieces
+    DetailsItem *m_details = nullptr; // the scene's
     std::vector<ScenePiece> m_pieces;
     std::vector<QGraphicsItem *> m_guideLines;
     std::vector<QGraphicsItem *> m_texts;

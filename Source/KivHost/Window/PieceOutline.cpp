@@ -1,5 +1,6 @@
 #include "PieceOutline.h"
 
+#include "KivMarker/Image.h"
 #include "KivMarker/Links.h"
 #include "KivMarker/Polygon.h"
 
@@ -207,7 +208,7 @@ void addPunch(QPainterPath &path, const QPointF &place, const PunchFeature &punc
     }
 }
 
-// Of a point of the contour or inside.
+// Of a point of the contour, inside or on an internal line.
 void addMark(QPainterPath &path, const CDbMarkerPointObject &point)
 {
     const QPointF place = pointOf(point);
@@ -283,6 +284,16 @@ void addOpen(QPainterPath &path, const CDbVectorsObjectTable &points)
     }
 }
 
+void addFrame(QPainterPath &path, const CDbImage &image)
+{
+    using Image = CDbImage;
+    path.moveTo(pointOf(image.getVector(Image::LeftBottom)));
+    for (const auto corner : {Image::RightBottom, Image::RightTop, Image::LeftTop}) {
+        path.lineTo(pointOf(image.getVector(corner)));
+    }
+    path.closeSubpath();
+}
+
 QPolygonF coarseContour(const CDbVectorsObjectTable &contour)
 {
     QPolygonF coarse;
@@ -323,6 +334,12 @@ PieceOutline outlineOf(const CDbPolygon &polygon)
     for (const InternalLine &line : polygon.internalLines()) {
         addOpen(line.kind == InternalLine::Kind::Cut ? outline.cutLines : outline.drawnLines,
             line.points);
+        for (const CDbMarkerPointObject &point : line.points) {
+            addMark(outline.drills, point);
+        }
+    }
+    for (const CDbImage *image : polygon.getImages()) {
+        addFrame(outline.images, *image);
     }
     for (short i = 0; polygon.polygonLinks != nullptr && i < polygon.polygonLinks->size(); ++i) {
         addLink(outline.links, polygon, (*polygon.polygonLinks)[i]);

@@ -19,7 +19,8 @@ struct PieceOutline
     QPainterPath seam;
     QPainterPath notches;
     QPainterPath marks;      ///< figures of punches and match points on the contour
-    QPainterPath drills;     ///< the same inside
+    QPainterPath drills;     ///< the same inside, also on internal lines
+    QPainterPath images;     ///< the frames of the images that lie on it
     QPainterPath links;      ///< tree links in the strokes of their pattern, and sewing links
     QPainterPath cutLines;   ///< internal lines that are cut
     QPainterPath drawnLines; ///< internal lines that are drawn, the grain among them

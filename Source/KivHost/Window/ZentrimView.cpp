@@ -239,9 +239,13 @@ void ZentrimScene::addCloth(const CDbMarkerDrawing &drawing, short fabric)
 void ZentrimScene::addDocument(const QDomDocument &document, CutStatistics &sum)
 {
     const QDomElement root = document.documentElement();
+    // A file counts its holes outside of the pieces, and objects of which nothing is cut, too.
+    int position = root.firstChildElement(QStringLiteral("external"))
+                       .elementsByTagName(QStringLiteral("circle"))
+                       .size();
     for (QDomElement object = root.firstChildElement(QStringLiteral("object")); !object.isNull();
          object = object.nextSiblingElement(QStringLiteral("object"))) {
-        addObject(object);
+        addObject(object, ++position);
     }
     addOthers(root);
     addWay(document, sum);
@@ -274,6 +278,7 @@ void ZentrimScene::addWay(const QDomDocument &document, CutStatistics &sum)
     sum.objects += part.objects;
     sum.holes += part.holes;
     sum.plunges += part.plunges;
+    sum.frameAdvances += part.frameAdvances;
     sum.cutLength += part.cutLength;
     sum.idleLength += part.idleLength;
 }
@@ -288,7 +293,7 @@ QGraphicsItem *ZentrimScene::addSign(
     return sign;
 }
 
-void ZentrimScene::addObject(const QDomElement &object)
+void ZentrimScene::addObject(const QDomElement &object, int position)
 {
     const ObjectCuts cuts = cutsOf(object);
     m_extent = m_extent.united(boundsOf(cuts.outlines));
@@ -304,14 +309,15 @@ void ZentrimScene::addObject(const QDomElement &object)
     addHoles(holes);
     addTexts(object);
     if (!cuts.outlines.empty() || !cuts.holes.empty()) { // or nothing of the object is cut
-        addNumber(cuts);
+        addNumber(cuts, position);
     }
 }
 
-void ZentrimScene::addNumber(const ObjectCuts &cuts)
+void ZentrimScene::addNumber(const ObjectCuts &cuts, int position)
 {
+    ++m_objects;
     Number number;
-    number.text.lines = QStringList{QString::number(++m_objects)};
+    number.text.lines = QStringList{QString::number(position)};
     number.text.height = kNumberHeight;
     if (cuts.outlines.empty()) {
         number.text.place = cuts.holes.back().currentPosition();
@@ -468,6 +474,9 @@ void ZentrimScene::summarise(const CutStatistics &sum)
                         locale.formatLength(sum.cutLength, KivLocale::WithUnit),
                         locale.formatLength(sum.idleLength, KivLocale::WithUnit),
                         QString::number(sum.plunges), QString::number(sum.holes));
+    if (sum.frameAdvances > 0) {
+        m_summary += windowText(", %1 frame advances").arg(sum.frameAdvances);
+    }
 }
 
 } // namespace KivSystem

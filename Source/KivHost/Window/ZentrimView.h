@@ -36,8 +36,8 @@ private:
     bool m_wasOptimised;
 };
 
-/// Outlines, notches, internal lines, holes, pen texts, waste cuts, the number of each object in
-/// cutting order, and the ways with the tool up, dashed: from a ring at the origin, the first with
+/// Outlines, notches, internal lines, holes, pen texts, waste cuts, the number that each object has
+/// in its file, and the ways with the tool up, dashed: from a ring at the origin, the first with
 /// an arrow, to a square. Centimetres, y upward.
 class ZentrimScene : public QGraphicsScene
 {
@@ -52,11 +52,11 @@ public:
     /// Hides texts, and notches and holes. Colours are not for this scene.
     void setOptions(const SceneOptions &options);
 
-    int objectCount() const { return m_objects; }
+    int objectCount() const { return m_objects; } ///< of which something is cut
     bool isRefused() const { return m_refused; }
     /// What was refused or left out; why the scene shows nothing.
     QStringList messages() const { return m_messages; }
-    /// Cut and idle length and plunges, in the user's unit.
+    /// Cut and idle length, plunges and the like, in the user's unit.
     QString summary() const { return m_summary; }
 
 private:
@@ -66,8 +66,8 @@ private:
     static ObjectCuts cutsOf(const QDomElement &object);
     void addCloth(const CDbMarkerDrawing &drawing, short fabric);
     void addDocument(const QDomDocument &document, CutStatistics &sum);
-    void addObject(const QDomElement &object);
-    void addNumber(const ObjectCuts &cuts);
+    void addObject(const QDomElement &object, int position);
+    void addNumber(const ObjectCuts &cuts, int position);
     void showNumbers();
     static void makeWay(
         Number &number, const std::function<bool(const QRectF &, bool offOthers)> &isFree);
