@@ -327,6 +327,7 @@ PieceOutline outlineOf(const CDbPolygon &polygon)
     }
     if (const CDbVectorsObjectTable *seam = polygon.findContour(SeamContour)) {
         outline.seam = contourPath(*seam);
+        addContourSymbols(outline, *seam);
     }
     for (const CDbMarkerPointObject &point : polygon.internalPoints) {
         addMark(outline.drills, point);
