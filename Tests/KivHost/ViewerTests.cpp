@@ -2,6 +2,7 @@
 #include "CutRequests.h"
 #include "HostTestSupport.h"
 #include "KivCore/Application.h"
+#include "KivCore/Locale.h"
 #include "KivCore/MainWindow.h"
 #include "KivMarker/CutStatistics.h"
 #include "KivMarker/Document.h"
@@ -16,17 +17,19 @@
 #include "Viewer/Viewer.h"
 
 #include <QAction>
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QDomDocument>
 #include <QDoubleSpinBox>
 #include <QElapsedTimer>
 #include <QImage>
 #include <QLabel>
+#include <QLineEdit>
 #include <QSettings>
 #include <QSlider>
 #include <QTableView>
+#include <QTest>
 #include <QTreeWidget>
-#include <QXmlStreamReader>
 
 #include <cstring>
 #include <random>
@@ -95,7 +98,7 @@ TEST(Viewer, CutFilesOfBothDialectsHaveTheLengthsAndCountsThatTheyWereWrittenWit
     };
     const Case cases[] = {
         {"cut_ansi/tshirt/labels-and-frames/ZentJersey navy.cut", readAnsiCutFile, 4198.134512,
-            63.628945, 4049.492743, 126, 12, 24},
+            86.289436, 4049.492743, 189, 12, 24},
         {"cut_ansi/tshirt/ZentRib 1x1.cut", readAnsiCutFile, 179.9844, 1.524, 79.841526, 3, 0, 3},
         {"cut_eastman/tshirt/slit-outlines/ZentJersey navy.cut", readEastmanCutFile, 4351.618583, 0,
             2374.658199, 0, 12, 25},
@@ -110,11 +113,11 @@ TEST(Viewer, CutFilesOfBothDialectsHaveTheLengthsAndCountsThatTheyWereWrittenWit
         EXPECT_NEAR(sums.idle, file.idle, 1e-4) << file.file;
         EXPECT_EQ(sums.notches, file.notches) << file.file;
         EXPECT_EQ(sums.drills, file.drills) << file.file;
-        EXPECT_EQ(program.parts, file.parts) << file.file;
+        EXPECT_EQ(sums.pieces, file.parts) << file.file;
     }
     const CutProgram labels = readAnsiCutFile(bytesOf(golden(cases[0].file)));
     EXPECT_EQ(labels.name, "ZentJersey navy");
-    EXPECT_EQ(labels.plunges, 168);
+    EXPECT_EQ(sumOf(labels).plunges, 168);
     EXPECT_EQ(sumOf(labels).toolChanges, 11);
     EXPECT_EQ(sumOf(labels).labels, 24);
     EXPECT_NEAR(labels.occupied, 430.5, 0.02);
@@ -141,7 +144,7 @@ void compareWithExport(const QString &marker, const QStringList &assignments)
     while (files.hasNext()) {
         const CutProgram program = readAnsiCutFile(bytesOf(files.next()));
         const CutSums sums = sumOf(program);
-        written.plunges += program.plunges;
+        written.plunges += sums.plunges;
         written.holes += sums.drills;
         written.frameAdvances += sums.advances;
         written.cutLength += sums.cut;
@@ -217,8 +220,17 @@ TEST(Viewer, UnitsAndTextsOfACutFileAreWhatTheFileSays)
     QByteArray inches = small;
     EXPECT_NEAR(sumOf(readAnsiCutFile(inches.replace("G71*", ""))).cut, 40 * 2.54, 1e-9);
     EXPECT_NEAR(sumOf(readAnsiCutFile(inches.replace("H1*", "H1*G70*"))).cut, 40 * 0.254, 1e-9);
+    // A hole has a number of its own, and is no piece. After the same stroke stand the bar of a T,
+    // then a cut that starts at the notch's tip.
+    const QByteArray notch = "N1*X9Y9*M43*N2*X0Y0*M14*M19*X0Y100*M15*M14*X100Y100*M14*X-100Y100*";
+    for (const auto &[rest, length] : {std::pair("M15*X0Y0*", 4.0), std::pair("X0Y0*", 1.0)}) {
+        const CutSums cuts = sumOf(readAnsiCutFile("G71*" + notch + rest + "M0*"));
+        EXPECT_NEAR(cuts.notch, length, 1e-9) << rest;
+        EXPECT_EQ(cuts.pieces, 1);
+        EXPECT_EQ(cuts.looseHoles, 1);
+    }
     // Two numbers that leave no blank between their columns.
-    const CutProgram columns = readEastmanCutFile("MOVE  -12345.678-12345.679\r\nEND\r\n");
+    const CutProgram columns = readEastmanCutFile("MOVE  -12345.678-12345.679\r\nEND");
     EXPECT_EQ(columns.steps.back().to, QPointF(-12345.678, -12345.679));
 }
 
@@ -249,6 +261,9 @@ TEST(Viewer, BrokenFilesAreRefusedInOneSentenceThatNamesThePlace)
         {"H1*D1*M14*X1Y1*M0*", ansi, "block 4", "both down"},
         {"H1*M31*M15*text*M0*", ansi, "block 3", "label has no place"},
         {"H1*M0*", ansi, "", "moves nothing"},
+        {"H1*X1Y1*M0*\r\n\x1a" + small, ansi, "block 4 (byte 14)", "follows the end"},
+        {"MOVE       1.000     1.000\nEND\n\n" + small, eastman, "line 4", "follows the end"},
+        {"\xef\xbb\xbf\x01MOVE 1\n", eastman, "line 1", "\"\\ufeff\\u0001MOVE"},
         {"PIECE    1\nCUT        1.000     nan\nEND\n", eastman, "line 2", "no place"},
         {"CUT        1.000    1e300\nEND\n", eastman, "line 1", "no place"},
         {"FLY        1.000     1.000\nEND\n", eastman, "line 1", "no record"},
@@ -259,13 +274,15 @@ TEST(Viewer, BrokenFilesAreRefusedInOneSentenceThatNamesThePlace)
         {"  0\nSECTION\nzero\n", nester, "line 3", "no group code"},
         {"  0\nBLOCK\n  0\nENDBLK\n", nester, "line 4", "without EOF"},
         {"  0\nVERTEX\n 10\nx\n  0\nEOF\n", nester, "line 4", "no coordinate"},
-        {"  0\nINSERT\n  2\nA\n  0\nEOF\n", nester, "", "\"A\" is inserted"},
+        {"  0\nINSERT\n  2\nA\n  0\nEOF\n", nester, "line 4", "\"A\" is inserted"},
+        {"  0\nEOF\n\n  0\n", nester, "line 4 (byte 11)", "follows the end"},
         {ps + "0 0 L\n%%EOF\n", drawing, "line 2", "no point to start"},
         {ps + "0 m\n%%EOF\n", drawing, "line 2", "1 numbers"},
         {ps + "0 0 m\n1 1 L\nx (\n", drawing, "line 4", "no operator"},
         {ps + "U\n", drawing, "line 2", "not begun"},
         {ps + "u\n%%EOF\n", drawing, "line 3", "not closed"},
         {ps + "x (abc)t\n%%EOF\n", drawing, "line 2", "no count"},
+        {ps + "%%EOF\nu\n", drawing, "line 3 (byte 21)", "follows the end"},
         {"", table, "", "empty"},
         {QByteArray("a;b\nc;\0\n", 8), table, "line 2", "no text"},
         {QByteArray("a;\xe4\nc;\0\n", 8), table, "line 2", "no text"},
@@ -367,32 +384,50 @@ TEST(Viewer, ReportsHaveTheSameFieldsWhateverTheirSeparator)
         readTableFile(bytesOf(golden("txt/tshirt/comma/tshirt.txt"))).rows[0][3], tabs.rows[0][3]);
     EXPECT_EQ(
         readTableFile("a \"b\"\r\nc\r\n").rows, (std::vector<QStringList>{{"a \"b\""}, {"c"}}));
-    EXPECT_EQ(readTableFile("gr\xf6\xdf"
-                            "e\n")
-                  .rows[0][0],
-        QString::fromUtf8("größe"));
+    const struct
+    {
+        QByteArray bytes;
+        const char *usual;
+        const char *separator;
+        QStringList second; // row
+    } cases[] = {
+        {"1,2 / 3,4\r5,6 / 7,8\r", "\t", ",", {"5", "6 / 7", "8"}},
+        {"1,2 / 3,4\n5,6 / 7,8\n", " / ", " / ", {"5,6", "7,8"}},
+        {"a, b\tc\nd, e\tf\n", ",", "\t", {"d, e", "f"}}, // written with other settings
+        {"a, b|c\nd|\"e|\"\"f\"\n", ";", "|", {"d", "e|\"f"}},
+        {"a;b;c\nd;e\n", "\t", ";", {"d", "e"}},
+        {"a b\nc d\n", "\t", "", {"c d"}},
+        {"a\n\x80gr\xf6\xdf\n", "\t", "", {QString::fromUtf8("€größ")}},
+    };
+    for (const auto &report : cases) {
+        const TableFile table = readTableFile(report.bytes, {std::nullopt, report.usual});
+        EXPECT_EQ(table.separator, report.separator) << report.bytes.constData();
+        EXPECT_EQ(table.rows.at(1), report.second) << report.bytes.constData();
+        EXPECT_EQ(table.isSingleByte, report.bytes.contains('\x80'));
+    }
 }
 
 TEST(Viewer, TheWayOfTheKnifeGoesByLengthAndByTime)
 {
     const CutProgram program = readAnsiCutFile(small);
-    const CutWay way(program, {30, 60}); // 0.5 and 1 m/s
+    const CutWay way(program, {30, 60, 2, 3, 0}); // 0.5 and 1 m/s, plunges of 2 s, drills of 3 s
     EXPECT_NEAR(way.length(), 90, 1e-9);
-    EXPECT_NEAR(way.duration(), 50.0 / 100 + 40.0 / 50, 1e-9);
+    EXPECT_NEAR(way.duration(), 50.0 / 100 + 40.0 / 50 + 2 * 2 + 3, 1e-9);
     const struct
     {
         double way;
         QPointF place;
         double time;
-    } cases[] = {{-5, {0, 0}, 0}, {0, {0, 0}, 0}, {20, {20, 0}, 0.2}, {40, {40, 0}, 0.4},
-        {50, {40, 10}, 0.6}, {61, {40, 19}, 0.82}, {67, {35, 18}, 0.89}, {90, {30, 0}, 1.3},
-        {1000, {30, 0}, 1.3}};
+    } cases[] = {{-5, {0, 0}, 0}, {0, {0, 0}, 0}, {20, {20, 0}, 0.2}, {40, {40, 0}, 2.4},
+        {50, {40, 10}, 2.6}, {61, {40, 19}, 2.82}, {67, {35, 18}, 2.89}, {72, {30, 18}, 7.94},
+        {90, {30, 0}, 8.3}, {1000, {30, 0}, 8.3}};
     for (const auto &at : cases) {
         const QPointF miss = way.at(at.way).point - at.place;
         EXPECT_LT(miss.manhattanLength(), 1e-9) << at.way;
         EXPECT_NEAR(way.timeAt(at.way), at.time, 1e-9) << at.way;
         EXPECT_NEAR(way.wayAt(at.time), qBound(0.0, at.way, 90.0), 1e-9) << at.way;
     }
+    EXPECT_NEAR(way.wayAt(5), 72, 1e-9); // it drills
 }
 
 TEST(Viewer, TheSliderAndTheKeysMoveTheKnife)
@@ -426,11 +461,24 @@ TEST(Viewer, TheSliderAndTheKeysMoveTheKnife)
     EXPECT_FALSE(cut.isPlaying());
     EXPECT_EQ(cut.knife(), QPointF(30, 0));
 
-    EXPECT_TRUE(find<QLabel>(*child, "sum")->text().contains("0:01 min"));
-    find<QDoubleSpinBox>(*child, "viewer/knife_speed")->setValue(1.7);
-    EXPECT_TRUE(find<QLabel>(*child, "sum")->text().contains("0:15 min"));
-    const std::unique_ptr<MdiChild> next = makeViewer(folder.path("small.cut"));
+    const auto *sum = find<QLabel>(*child, "sum");
+    EXPECT_TRUE(sum->text().contains("0:03 min")) << sum->text();
+    auto *speed = find<QDoubleSpinBox>(*child, "viewer/knife_speed");
+    speed->setValue(1.7);
+    EXPECT_TRUE(sum->text().contains("0:16 min")) << sum->text();
+    find<QDoubleSpinBox>(*child, "viewer/drill_time")->setValue(61);
+    EXPECT_TRUE(sum->text().contains("1:16 min")) << sum->text();
+    const KivConventions before = KivLocale::applicationConventions();
+    KivConventions inches = before;
+    inches.length = LengthUnit::Inch;
+    KivLocale::setApplicationConventions(inches);
+    cut.refresh();
+    EXPECT_EQ(speed->text(), QLocale().toString(1.1) + " in/s");
+    EXPECT_TRUE(sum->text().contains("1:16 min")) << sum->text();
+    KivLocale::setApplicationConventions(before);
+    const auto next = makeViewer(folder.write("hole.cut", "H1*N7*X9Y9*M43*N8*X0Y0*M0*"));
     EXPECT_EQ(find<QDoubleSpinBox>(*next, "viewer/knife_speed")->value(), 1.7);
+    EXPECT_TRUE(find<QLabel>(*next, "place")->text().startsWith("hole 7:"));
 }
 
 TEST(Viewer, TheWayThatIsDoneIsDrawnHeavierAndTheRestStaysAsItWas)
@@ -471,6 +519,9 @@ TEST(Viewer, BlocksAndFieldsAreListed)
     EXPECT_EQ(table.rowCount(), 4);
     EXPECT_EQ(table.index(0, 8).data(), "Jersey navy");
     EXPECT_EQ(table.index(0, 21).data(), "1 | 2 | 1");
+    find<QComboBox>(*report, "separator")->setCurrentText("Other");
+    QTest::keyClicks(find<QLineEdit>(*report, "otherSeparator"), "-");
+    EXPECT_EQ(find<QTableView>(*report)->model()->index(0, 1).data().toString().left(2), "42");
 }
 
 // Also one that was stored as a cut file.
@@ -488,9 +539,27 @@ TEST(Viewer, ATableWithOneVeryLongLineIsShown)
 TEST(Viewer, OnlyExportedFilesAreShown)
 {
     const Folder folder;
-    EXPECT_TRUE(canView(folder.write("drawing.txt", "%!PS-Adobe-2.0\n")));
-    EXPECT_TRUE(
-        std::holds_alternative<CutProgram>(readExportedFile(folder.write("cut.txt", small))));
+    const QByteArray eastman = "\r\nNAME  a\r\nUNIT  CM\r\nMOVE       1.000     1.000\r\nEND\r\n";
+    const struct
+    {
+        const char *name;
+        QByteArray bytes;
+        FileKind kind;
+    } files[] = {
+        {"drawing.txt", "%!PS-Adobe-2.0\n", FileKind::Illustrator},
+        {"cut.txt", "\xef\xbb\xbf" + small, FileKind::AnsiCut},
+        {"cut.txt", eastman, FileKind::EastmanCut},
+        {"damaged.cut", QByteArray(eastman).replace("NAME", "NANE"), FileKind::EastmanCut},
+        {"damaged.cut", "A" + small, FileKind::AnsiCut},
+    };
+    for (const auto &file : files) {
+        EXPECT_EQ(kindOf(file.bytes, file.name), file.kind) << file.bytes.constData();
+    }
+    readExportedFile(folder.write("mark.cut", files[1].bytes));
+    for (const char *name : {"a.cut", "a.dxf", "a.ai", "a.txt"}) {
+        const QString path = folder.write(name, "\xef\xbb\xbf");
+        EXPECT_EQ(faultOf([&] { readExportedFile(path); }), "3 " + path + ": the file is empty");
+    }
     EXPECT_FALSE(canView(folder.write("a.bin", "\x7f"
                                                "ELF")));
     EXPECT_FALSE(canView(tree + "/Samples/tshirt.mar"));
@@ -498,77 +567,6 @@ TEST(Viewer, OnlyExportedFilesAreShown)
     EXPECT_FALSE(canView(folder.path()));
     const QString fault = faultOf([&] { makeViewer(folder.write("bad.cut", "cut\n")); });
     EXPECT_TRUE(fault.contains("bad.cut: block 1")) << fault;
-}
-
-TEST(Viewer, RenderWritesTheSamePictureOfTheSizeAskedForEachTime)
-{
-    const Folder folder;
-    KeptConsole kept;
-    for (const QString &file : {tree + "/Samples/tshirt.mar", tree + "/Samples/trousers.mar",
-             golden("cut_ansi/tshirt/ZentRib 1x1.cut"), golden("dxf_nester/plaid/plaid.dxf"),
-             golden("txt/tshirt/tshirt.txt")}) {
-        RenderOptions options;
-        options.file = file;
-        options.size = "640x360";
-        for (const char *name : {"a.png", "b.png", "a.svg", "b.svg"}) {
-            options.output = folder.path(name);
-            EXPECT_EQ(renderPicture(options, kept.console), ExitDone) << file;
-        }
-        EXPECT_EQ(folder.read("a.png"), folder.read("b.png")) << file;
-        EXPECT_EQ(folder.read("a.svg"), folder.read("b.svg")) << file;
-        const QImage image(folder.path("a.png"));
-        EXPECT_EQ(image.size(), QSize(640, 360));
-        int drawn = 0;
-        for (int y = 0; y < image.height(); ++y) {
-            for (int x = 0; x < image.width(); ++x) {
-                drawn += qGray(image.pixel(x, y)) < 200;
-            }
-        }
-        EXPECT_GT(drawn, 500) << file;
-        QXmlStreamReader svg(folder.read("a.svg"));
-        int paths = 0;
-        while (!svg.atEnd()) {
-            paths += svg.readNext() == QXmlStreamReader::StartElement && svg.name() == "path";
-        }
-        EXPECT_FALSE(svg.hasError()) << file << svg.errorString();
-        EXPECT_GT(paths, 2) << file;
-        EXPECT_TRUE(folder.read("a.svg").contains("width=\"640\" height=\"360\"")) << file;
-        EXPECT_FALSE(folder.read("a.svg").contains("non-scaling")); // few readers know that
-    }
-}
-
-TEST(Viewer, RenderRefusesWhatItCannotDrawAndLeavesNoFile)
-{
-    const Folder folder;
-    KeptConsole kept;
-    const QString sample = tree + "/Samples/tshirt.mar";
-    const struct
-    {
-        const char *file;
-        const char *output;
-        const char *size;
-        int fabric;
-        const char *fault;
-    } cases[] = {
-        {nullptr, "a.jpg", "", 0, ".png or .svg"},
-        {nullptr, "a.png", "0x10", 0, "--size"},
-        {nullptr, "a.png", "30000x10", 0, "--size"},
-        {nullptr, "a.png", "10", 0, "--size"},
-        {nullptr, "a.png", "", 3, "there is no fabric 3; the marker has 2"},
-        {nullptr, "none/a.png", "", 0, "cannot be written"},
-        {"missing.cut", "a.png", "", 0, "no such file"},
-        {"missing.cut", "a.png", "", 1, "is no marker"},
-    };
-    for (const auto &bad : cases) {
-        RenderOptions options;
-        options.file = bad.file == nullptr ? sample : folder.path(bad.file);
-        options.output = folder.path(bad.output);
-        options.size = bad.size;
-        options.fabric = bad.fabric;
-        const QString fault = faultOf([&] { renderPicture(options, kept.console); });
-        EXPECT_TRUE(fault.contains(bad.fault)) << fault;
-        EXPECT_EQ(folder.contents(), QStringList());
-    }
 }
 
 } // namespace KivSystem

@@ -16,6 +16,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QToolBar>
 #include <QTreeWidget>
@@ -124,6 +125,34 @@ TEST_F(WindowTest, RecentFilesAndTheWindowsStateSurviveARestart)
     EXPECT_EQ(window->recentFiles().first(), folder.path("11.mar"));
 }
 
+TEST_F(WindowTest, FilesOfOneNameAreToldApartByTheirFolders)
+{
+    QDir().mkpath(folder.path("run2/a"));
+    QDir().mkpath(folder.path("run3/a"));
+    const QStringList paths = {folder.write("a.mar", smallMarker()),
+        folder.write("run2/a/a.mar", smallMarker()), folder.write("run3/a/a.mar", smallMarker())};
+    const auto titles = [this] {
+        QStringList all;
+        const QTabBar *tabs = window->mdiArea()->findChild<QTabBar *>();
+        for (int i = 0; i < tabs->count(); ++i) {
+            all.append(tabs->tabText(i) + (tabs->tabToolTip(i).startsWith('/') ? "" : " no path"));
+        }
+        return all;
+    };
+    open(paths[0]);
+    EXPECT_EQ(titles(), QStringList("a.mar"));
+    open(paths[1]);
+    open(paths[2]);
+    const QString top = QDir(folder.path()).dirName();
+    EXPECT_EQ(titles(), (QStringList{"a.mar (" + top + ")", "a.mar (run2/a)", "a.mar (run3/a)"}));
+    action("reload").trigger();
+    EXPECT_EQ(titles().last(), "a.mar (run3/a)");
+    close();
+    EXPECT_EQ(titles(), (QStringList{"a.mar (" + top + ")", "a.mar (a)"}));
+    close();
+    EXPECT_EQ(titles(), QStringList("a.mar"));
+}
+
 TEST_F(WindowTest, FilesAreDroppedOnTheWindow)
 {
     QMimeData data;
@@ -157,7 +186,8 @@ TEST_F(WindowTest, EveryActionHasAKeyAndAToolTipAndNoKeyTwice)
 TEST_F(WindowTest, NoMnemonicIsThereTwice)
 {
     const QString cutFile = KIV_SOURCE_DIR "/Tests/Golden/cut_ansi/tshirt/ZentRib 1x1.cut";
-    for (const QString &path : {QString(), kTshirt, cutFile}) {
+    const QString report = KIV_SOURCE_DIR "/Tests/Golden/txt/tshirt/tshirt.txt";
+    for (const QString &path : {QString(), kTshirt, cutFile, report}) {
         ASSERT_TRUE(path.isEmpty() || window->openFile(path)) << path;
         std::map<const QMenu *, QStringList> texts; // null: the menu bar, and what is in front
         for (const QAction *title : window->menuBar()->actions()) {

@@ -1,8 +1,12 @@
 #include "FileReaders.h"
 
+#include "TextLines.h"
+
 #include <QByteArray>
 #include <QRegularExpression>
 
+#include <algorithm>
+#include <limits>
 #include <map>
 
 namespace KivSystem {
@@ -11,6 +15,7 @@ namespace {
 
 constexpr int kLongestBlock = 200; // bytes; texts on the console are the longest
 constexpr double kInch = 2.54;     // cm
+constexpr std::size_t kNoStep = std::numeric_limits<std::size_t>::max();
 
 // What a block says: letters, each with a whole number.
 struct Block
@@ -35,6 +40,7 @@ public:
                 run(parse(text));
             }
         }
+        requireEnd();
         if (m_program.steps.empty()) {
             throw ReadFault(QStringLiteral("the file moves nothing"));
         }
@@ -47,6 +53,16 @@ private:
     {
         throw ReadFault(
             QStringLiteral("block %1 (byte %2): %3").arg(m_block).arg(m_blockStart).arg(reason));
+    }
+
+    // Behind the end of the file the machine reads nothing: more of it would not be cut.
+    void requireEnd()
+    {
+        m_blockStart = somethingBehind(m_bytes, m_position);
+        if (m_blockStart >= 0) {
+            ++m_block;
+            fail(behindTheEnd());
+        }
     }
 
     // What stands up to the next star, without line breaks and blanks around.
@@ -98,9 +114,9 @@ private:
     void run(const Block &block)
     {
         if (block.has('N')) {
-            m_part = block['N'];
-            ++m_program.parts;
+            startPart(block['N']);
             m_notch = false;
+            m_firstLeg = kNoStep;
             m_percent = 100;
         }
         if (block.has('G')) {
@@ -142,9 +158,10 @@ private:
     {
         const int code = block['M'];
         if (code == 14) {
-            m_program.plunges += !m_knife;
+            m_plunges += !m_knife;
             m_knife = true;
             m_notch = false;
+            m_isLeg = m_firstLeg != kNoStep;
         } else if (code == 15) {
             m_knife = false;
         } else if (code == 19) {
@@ -203,17 +220,46 @@ private:
         return place;
     }
 
+    void startPart(int number)
+    {
+        if (m_program.parts.size() > kMostCutSteps) {
+            fail(QStringLiteral("there are more than %1 numbers").arg(kMostCutSteps));
+        }
+        m_program.startPart(number);
+    }
+
     void move(const QPointF &to)
     {
+        if (!m_knife) {
+            m_firstLeg = kNoStep;
+        }
         if (to == m_at) {
             return;
         }
         if (m_knife && m_pen) {
             fail(QStringLiteral("knife and pen are both down"));
         }
-        const CutAction cut = m_notch ? CutAction::Notch : CutAction::Cut;
-        add(m_knife ? cut : (m_pen ? CutAction::Pen : CutAction::Idle), to);
+        add(m_knife ? cutAction() : (m_pen ? CutAction::Pen : CutAction::Idle), to);
         m_at = to;
+    }
+
+    // A notch may have more legs than the stroke under M19, such as the cross bar of a T: the knife
+    // is put down again where the stroke has ended, for one line each. Where a line without M14
+    // goes on from there, those were no legs but the start of a cut.
+    CutAction cutAction()
+    {
+        std::vector<CutStep> &steps = m_program.steps;
+        if (m_notch || m_isLeg) {
+            m_firstLeg = m_notch ? steps.size() + 1 : m_firstLeg;
+            m_isLeg = false;
+            return CutAction::Notch;
+        }
+        for (std::size_t leg = m_firstLeg; leg < steps.size(); ++leg) {
+            steps[leg].action =
+                steps[leg].action == CutAction::Notch ? CutAction::Cut : steps[leg].action;
+        }
+        m_firstLeg = kNoStep;
+        return CutAction::Cut;
     }
 
     void add(CutAction action, const QPointF &to, unsigned char tool = 0)
@@ -221,8 +267,9 @@ private:
         if (m_program.steps.size() >= kMostCutSteps) {
             fail(QStringLiteral("there are more than %1 moves").arg(kMostCutSteps));
         }
-        m_program.steps.push_back(
-            {action, tool, static_cast<unsigned char>(m_percent), m_part, m_at, to});
+        m_program.add({action, tool, static_cast<unsigned char>(m_percent),
+            static_cast<unsigned char>(std::min(m_plunges, 255)), 0, m_at, to});
+        m_plunges = 0;
     }
 
     unsigned char drillTool(int code)
@@ -252,8 +299,10 @@ private:
     int m_position = 0;
     int m_block = 0;
     int m_blockStart = 0;
-    int m_part = 0;
+    int m_plunges = 0; // since the last step
     int m_percent = 100;
+    std::size_t m_firstLeg = kNoStep; // of the notch that the knife stands at the end of
+    bool m_isLeg = false;             // what is cut next
     bool m_knife = false;
     bool m_notch = false;
     bool m_pen = false;

@@ -2,15 +2,15 @@
 
 #include "CutWayView.h"
 #include "KivCore/Locale.h"
+#include "PaceFields.h"
 #include "Window/WindowText.h"
 
 #include <QAction>
 #include <QBoxLayout>
 #include <QComboBox>
-#include <QDoubleSpinBox>
 #include <QLabel>
 #include <QPainter>
-#include <QSettings>
+#include <QProxyStyle>
 #include <QSignalBlocker>
 #include <QSlider>
 #include <QToolButton>
@@ -23,14 +23,24 @@ namespace KivSystem {
 
 namespace {
 
-const char *const kKnifeKey = "viewer/knife_speed"; // m/min
-const char *const kIdleKey = "viewer/idle_speed";
-constexpr double kLeastSpeed = 0.1; // m/min
-constexpr double kMostSpeed = 500;
 constexpr double kSliderSteps = 10; // for a cm
 constexpr int kTick = 40;           // ms between two pictures
 constexpr std::array<int, 6> kPaces{1, 5, 20, 100, 500, 2000};
 constexpr int kUsualPace = 2; // of kPaces
+
+// A click in the groove brings the slider there, not by a page.
+class JumpStyle : public QProxyStyle
+{
+public:
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+        QStyleHintReturn *data) const override
+    {
+        if (hint == SH_Slider_AbsoluteSetButtons) {
+            return static_cast<int>(Qt::LeftButton);
+        }
+        return QProxyStyle::styleHint(hint, option, widget, data);
+    }
+};
 
 QString timeText(double seconds)
 {
@@ -83,12 +93,13 @@ CutFileChild::CutFileChild(CutProgram program, QWidget *parent)
     m_sum->setTextFormat(Qt::PlainText);
     m_sum->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     m_sum->setToolTip(
-        windowText("Time of the moves at the speeds of the file; plunges, drills and frame "
-                   "advances are not in it"));
+        windowText("The time is an estimate: moves at the speeds of the file, plunges, drills and "
+                   "frame advances, without speeding up and slowing down"));
     layout->addWidget(m_sum);
     m_timer.setInterval(kTick);
     connect(&m_timer, &QTimer::timeout, this, &CutFileChild::tick);
-    applySpeeds();
+    connect(m_machine, &PaceFields::changed, this, &CutFileChild::applyPace);
+    applyPace();
     setFocusProxy(m_slider);
 }
 
@@ -131,12 +142,12 @@ QToolButton *CutFileChild::addButton(QBoxLayout *row, const char *text, const ch
     return button;
 }
 
-QWidget *CutFileChild::makeControls()
+void CutFileChild::makeSlider()
 {
-    auto *controls = new QWidget;
-    auto *rows = new QVBoxLayout(controls);
-    rows->setContentsMargins(0, 0, 0, 0);
     m_slider = new QSlider(Qt::Horizontal);
+    auto *style = new JumpStyle;
+    style->setParent(m_slider);
+    m_slider->setStyle(style);
     m_slider->setObjectName(QStringLiteral("way"));
     m_slider->setRange(
         0, static_cast<int>(std::min(std::ceil(m_way->length() * kSliderSteps), 1e9)));
@@ -146,10 +157,18 @@ QWidget *CutFileChild::makeControls()
     m_slider->setToolTip(windowText("How far the knife is on its way"));
     connect(m_slider, &QSlider::valueChanged, this, [this] {
         m_ahead = 0;
+        m_seconds = m_way->timeAt(way());
         showPlace();
     });
-    rows->addWidget(m_slider);
+}
 
+QWidget *CutFileChild::makeControls()
+{
+    auto *controls = new QWidget;
+    auto *rows = new QVBoxLayout(controls);
+    rows->setContentsMargins(0, 0, 0, 0);
+    makeSlider();
+    rows->addWidget(m_slider);
     auto *row = new QHBoxLayout;
     rows->addLayout(row);
     m_play = addButton(row, "Play", "P", "Run the knife, or stop it", &CutFileChild::togglePlay);
@@ -169,50 +188,21 @@ QWidget *CutFileChild::makeControls()
     QToolButton *fit = addButton(row, "Fit", "F", "Show the whole file", &CutFileChild::fitView);
     fit->defaultAction()->setShortcut(QKeySequence()); // the key is the window's
     row->addStretch(1);
-    addSpeeds(row);
+    m_machine = new PaceFields;
+    rows->addWidget(m_machine);
     return controls;
 }
 
-void CutFileChild::addSpeeds(QBoxLayout *row)
+void CutFileChild::refresh()
 {
-    const CutSpeeds usual;
-    m_knifeSpeed = makeSpeed(kKnifeKey, usual.knife);
-    m_knifeSpeed->setToolTip(windowText("Full speed of the knife and of the pen, for the time"));
-    m_idleSpeed = makeSpeed(kIdleKey, usual.idle);
-    m_idleSpeed->setToolTip(windowText("Speed with all tools up, for the time"));
-    const std::array<std::pair<QString, QDoubleSpinBox *>, 2> fields{
-        {{windowText("&Knife"), m_knifeSpeed}, {windowText("&Idle"), m_idleSpeed}}};
-    for (const auto &field : fields) {
-        auto *label = new QLabel(field.first);
-        label->setBuddy(field.second);
-        row->addWidget(label);
-        row->addWidget(field.second);
-    }
+    m_machine->applyUnit();
+    applyPace();
 }
 
-QDoubleSpinBox *CutFileChild::makeSpeed(const char *key, double usual)
+void CutFileChild::applyPace()
 {
-    auto *box = new QDoubleSpinBox;
-    box->setRange(kLeastSpeed, kMostSpeed);
-    box->setDecimals(1);
-    box->setSuffix(windowText(" m/min"));
-    const QString name = QLatin1String(key);
-    box->setObjectName(name);
-    bool isNumber = false;
-    const double stored = QSettings().value(name, usual).toDouble(&isNumber);
-    box->setValue(isNumber && std::isfinite(stored) ? stored : usual);
-    connect(
-        box, qOverload<double>(&QDoubleSpinBox::valueChanged), this, [this, name](double value) {
-            QSettings().setValue(name, value);
-            applySpeeds();
-        });
-    return box;
-}
-
-void CutFileChild::applySpeeds()
-{
-    m_way =
-        std::make_unique<CutWay>(m_program, CutSpeeds{m_knifeSpeed->value(), m_idleSpeed->value()});
+    m_way = std::make_unique<CutWay>(m_program, m_machine->pace());
+    m_seconds = m_way->timeAt(way());
     m_sum->setText(sumText());
     showPlace();
 }
@@ -224,19 +214,22 @@ QString CutFileChild::sumText() const
         parts.append(m_program.name);
     }
     parts << windowText("%1, unit %2").arg(m_program.dialect, m_program.unit)
-          << windowText("pieces and waste cuts: %1").arg(m_program.parts)
-          << windowText("cut: %1").arg(lengthText(m_sums.cut))
+          << windowText("pieces and waste cuts: %1").arg(m_sums.pieces);
+    if (m_sums.looseHoles > 0) {
+        parts << windowText("holes outside of the pieces: %1").arg(m_sums.looseHoles);
+    }
+    parts << windowText("cut: %1").arg(lengthText(m_sums.cut))
           << windowText("idle: %1").arg(lengthText(m_sums.idle));
     if (m_sums.pen > 0) {
         parts << windowText("pen: %1").arg(lengthText(m_sums.pen));
     }
     parts << windowText("notch strokes: %1").arg(m_sums.notches)
           << windowText("drills: %1").arg(m_sums.drills)
-          << windowText("plunges: %1").arg(m_program.plunges)
+          << windowText("plunges: %1").arg(m_sums.plunges)
           << windowText("tool changes: %1").arg(m_sums.toolChanges)
           << windowText("labels: %1").arg(m_sums.labels)
           << windowText("frame advances: %1").arg(m_sums.advances)
-          << windowText("moves: about %1 min").arg(timeText(m_way->duration()));
+          << windowText("time: about %1 min").arg(timeText(m_way->duration()));
     return parts.join(QStringLiteral("   "));
 }
 
@@ -253,6 +246,11 @@ QPointF CutFileChild::knife() const
 
 void CutFileChild::goTo(double way)
 {
+    goTo(way, m_way->timeAt(way));
+}
+
+void CutFileChild::goTo(double way, double seconds)
+{
     const bool atEnd = way >= m_way->length();
     const double steps = std::floor(std::max(way, 0.0) * kSliderSteps + 1e-6);
     {
@@ -260,6 +258,7 @@ void CutFileChild::goTo(double way)
         m_slider->setValue(atEnd ? m_slider->maximum() : static_cast<int>(steps));
     }
     m_ahead = atEnd ? 0 : std::max(way, 0.0) - steps / kSliderSteps;
+    m_seconds = seconds;
     showPlace();
 }
 
@@ -313,7 +312,7 @@ void CutFileChild::fitView()
 
 void CutFileChild::play(bool on)
 {
-    if (on && way() >= m_way->length()) {
+    if (on && m_seconds >= m_way->duration()) {
         goTo(0);
     }
     if (on) {
@@ -327,9 +326,10 @@ void CutFileChild::play(bool on)
 
 void CutFileChild::tick()
 {
-    const double seconds = kTick / 1000.0 * m_pace->currentData().toInt();
-    goTo(m_way->wayAt(m_way->timeAt(way()) + seconds));
-    if (way() >= m_way->length()) {
+    const double seconds =
+        std::min(m_seconds + kTick / 1000.0 * m_pace->currentData().toInt(), m_way->duration());
+    goTo(m_way->wayAt(seconds), seconds);
+    if (seconds >= m_way->duration()) {
         play(false);
     }
 }
@@ -340,12 +340,15 @@ void CutFileChild::showPlace()
     const KivLocale locale;
     m_view->setPlace(place);
     QString text = windowText("%1 of %2, %3 of %4 min, X %5 Y %6")
-                       .arg(lengthText(way()), lengthText(m_way->length()),
-                           timeText(m_way->timeAt(way())), timeText(m_way->duration()))
+                       .arg(lengthText(way()), lengthText(m_way->length()), timeText(m_seconds),
+                           timeText(m_way->duration()))
                        .arg(locale.formatLengthX(place.point.x(), KivLocale::WithUnit),
                            locale.formatLengthY(place.point.y(), KivLocale::WithUnit));
     if (place.step < m_program.steps.size() && m_program.steps[place.step].part > 0) {
-        text.prepend(windowText("piece %1: ").arg(m_program.steps[place.step].part));
+        const auto number = static_cast<std::size_t>(m_program.steps[place.step].part);
+        const CutPart &part = m_program.parts[number];
+        text.prepend((part.isLooseHole() ? windowText("hole %1: ") : windowText("piece %1: "))
+                         .arg(part.number));
     }
     m_place->setText(text);
 }

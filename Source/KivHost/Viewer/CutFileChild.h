@@ -10,7 +10,6 @@
 
 class QBoxLayout;
 class QComboBox;
-class QDoubleSpinBox;
 class QLabel;
 class QSlider;
 class QToolButton;
@@ -18,6 +17,7 @@ class QToolButton;
 namespace KivSystem {
 
 class CutWayView;
+class PaceFields;
 
 class CutFileChild : public MdiChild
 {
@@ -34,20 +34,20 @@ public:
     const CutWay &cutWay() const { return *m_way; }
 
     /// Takes over the units and decimals of the settings.
-    void refresh() { applySpeeds(); }
+    void refresh();
 
     void play(bool on);
     bool isPlaying() const { return m_timer.isActive(); }
 
 private:
     QWidget *makeControls();
-    void addSpeeds(QBoxLayout *row);
-    QDoubleSpinBox *makeSpeed(const char *key, double usual);
+    void makeSlider();
     QWidget *makeLegend();
     QToolButton *addButton(QBoxLayout *row, const char *text, const char *shortcut, const char *tip,
         void (CutFileChild::*run)());
-    void applySpeeds();
+    void applyPace();
     void goTo(double way);
+    void goTo(double way, double seconds);
     void moveStep(int steps);
     void movePart(int parts);
     void stepBack() { moveStep(-1); }
@@ -67,12 +67,12 @@ private:
     QSlider *m_slider = nullptr;
     QToolButton *m_play = nullptr;
     QComboBox *m_pace = nullptr;
-    QDoubleSpinBox *m_knifeSpeed = nullptr;
-    QDoubleSpinBox *m_idleSpeed = nullptr;
+    PaceFields *m_machine = nullptr;
     QLabel *m_place = nullptr;
     QLabel *m_sum = nullptr;
     QTimer m_timer;
-    double m_ahead = 0; // cm that the head is further than the slider can tell
+    double m_ahead = 0;   // cm that the head is further than the slider can tell
+    double m_seconds = 0; // since the start; the head may stand still meanwhile
 };
 
 } // namespace KivSystem

@@ -13,12 +13,6 @@ double lengthOf(const CutStep &step)
     return QLineF(step.from, step.to).length();
 }
 
-bool moves(CutAction action)
-{
-    return action == CutAction::Idle || action == CutAction::Cut || action == CutAction::Notch ||
-           action == CutAction::Pen;
-}
-
 // -1 for what needs no tool.
 int toolOf(const CutStep &step)
 {
@@ -57,13 +51,23 @@ StrokeKind kindOf(CutAction action)
     return StrokeKind::Idle;
 }
 
-// Seconds for a step.
-double timeOf(const CutStep &step, const CutSpeeds &speeds)
+// Seconds for a move.
+double timeOfMove(const CutStep &step, const CutPace &pace)
 {
     constexpr double centimetresASecond = 100.0 / 60;
     const bool idle = step.action == CutAction::Idle;
-    const double speed = idle ? speeds.idle : speeds.knife * step.percent / 100;
+    const double speed = idle ? pace.idle : pace.knife * step.percent / 100;
     return speed > 0 ? lengthOf(step) / (speed * centimetresASecond) : 0;
+}
+
+// Seconds that a step takes on the spot, in front of its move.
+double timeOnTheSpot(const CutStep &step, const CutPace &pace)
+{
+    // Labels are printed by a device of their own, while the head goes on.
+    const double plunges = step.plunges * pace.plunge;
+    return step.action == CutAction::Drill     ? plunges + pace.drill
+           : step.action == CutAction::Advance ? plunges + pace.advance
+                                               : plunges;
 }
 
 // Where `value` lies in an ascending row: the last entry that is not behind it.
@@ -73,27 +77,36 @@ std::size_t placeIn(const std::vector<double> &row, double value)
     return behind == row.begin() ? 0 : static_cast<std::size_t>(behind - row.begin()) - 1;
 }
 
-// The value of `to` at the place that `value` has in `from`.
-double matched(const std::vector<double> &from, const std::vector<double> &to, double value)
+} // namespace
+
+void CutProgram::startPart(int number)
 {
-    if (value <= from.front()) {
-        return to.front();
-    }
-    if (value >= from.back()) {
-        return to.back();
-    }
-    const std::size_t step = placeIn(from, value);
-    const double size = from[step + 1] - from[step];
-    return to[step] + (to[step + 1] - to[step]) * (value - from[step]) / size;
+    CutPart part;
+    part.number = number;
+    parts.push_back(part);
 }
 
-} // namespace
+void CutProgram::add(CutStep step)
+{
+    const CutAction action = step.action;
+    CutPart &part = parts.back();
+    part.isDrilled = part.isDrilled || action == CutAction::Drill;
+    part.isCut = part.isCut || action == CutAction::Cut || action == CutAction::Notch ||
+                 action == CutAction::Pen;
+    step.part = static_cast<int>(parts.size()) - 1;
+    steps.push_back(step);
+}
 
 CutSums sumOf(const CutProgram &program)
 {
     CutSums sums;
+    for (std::size_t part = 1; part < program.parts.size(); ++part) {
+        sums.pieces += program.parts[part].isCut;
+        sums.looseHoles += program.parts[part].isLooseHole();
+    }
     int tool = -1;
     for (const CutStep &step : program.steps) {
+        sums.plunges += step.plunges;
         const double length = lengthOf(step);
         switch (step.action) {
         case CutAction::Idle:
@@ -129,7 +142,7 @@ CutSums sumOf(const CutProgram &program)
     return sums;
 }
 
-CutWay::CutWay(const CutProgram &program, const CutSpeeds &speeds) : m_program(program)
+CutWay::CutWay(const CutProgram &program, const CutPace &pace) : m_program(program), m_pace(pace)
 {
     m_ways.reserve(program.steps.size() + 1);
     m_times.reserve(program.steps.size() + 1);
@@ -138,10 +151,8 @@ CutWay::CutWay(const CutProgram &program, const CutSpeeds &speeds) : m_program(p
     for (const CutStep &step : program.steps) {
         m_ways.push_back(way);
         m_times.push_back(time);
-        if (moves(step.action)) {
-            way += lengthOf(step);
-            time += timeOf(step, speeds);
-        }
+        way += lengthOf(step);
+        time += timeOnTheSpot(step, pace) + timeOfMove(step, pace);
     }
     m_ways.push_back(way);
     m_times.push_back(time);
@@ -179,12 +190,25 @@ CutWay::Place CutWay::at(double way) const
 
 double CutWay::timeAt(double way) const
 {
-    return matched(m_ways, m_times, way);
+    if (way <= 0 || way >= length()) {
+        return way <= 0 ? 0 : duration();
+    }
+    const std::size_t number = placeIn(m_ways, way);
+    const CutStep &step = m_program.steps[number];
+    const double done = (way - m_ways[number]) / lengthOf(step);
+    return m_times[number] + timeOnTheSpot(step, m_pace) + done * timeOfMove(step, m_pace);
 }
 
 double CutWay::wayAt(double seconds) const
 {
-    return matched(m_times, m_ways, seconds);
+    if (seconds <= 0 || seconds >= duration()) {
+        return seconds <= 0 ? 0 : length();
+    }
+    const std::size_t number = placeIn(m_times, seconds);
+    const CutStep &step = m_program.steps[number];
+    const double moving = seconds - m_times[number] - timeOnTheSpot(step, m_pace);
+    const double whole = timeOfMove(step, m_pace);
+    return m_ways[number] + (moving > 0 && whole > 0 ? lengthOf(step) * moving / whole : 0);
 }
 
 double CutWay::wayTo(std::size_t step) const

@@ -28,9 +28,21 @@ struct CutStep
     CutAction action = CutAction::Idle;
     unsigned char tool = 0;      ///< of a drill: its place in CutProgram::drillTools
     unsigned char percent = 100; ///< of the full speed
-    int part = 0; ///< number in the file of the piece or waste cut; 0 before the first
+    unsigned char plunges = 0;   ///< how often the knife goes down in front of it
+    int part = 0;                ///< its place in CutProgram::parts
     QPointF from;
     QPointF to;
+};
+
+/// What the file has a number for: a piece, a waste cut, or a hole outside of the pieces.
+struct CutPart
+{
+    int number = 0;     ///< in the file
+    bool isCut = false; ///< or notched, or written on by the pen
+    bool isDrilled = false;
+
+    /// Such a number stands for no piece.
+    bool isLooseHole() const { return isDrilled && !isCut; }
 };
 
 /// cm; no cloth is ten kilometres long, and no file goes farther.
@@ -43,13 +55,17 @@ struct CutProgram
     QString name;    ///< of the marker, as the file tells it; empty for none
     std::vector<CutStep> steps;
     std::vector<QString> labels;
-    std::vector<QString> drillTools; ///< "M43", "PUNCH"
-    int parts = 0;                   ///< pieces and waste cuts that have a number
-    int plunges = 0;                 ///< how often the knife goes down
-    double occupied = 0;             ///< cm, the length that the file states at its end; 0 for none
+    std::vector<QString> drillTools;       ///< "M43", "PUNCH"
+    std::vector<CutPart> parts{CutPart()}; ///< the first one is what stands in front of all numbers
+    double occupied = 0; ///< cm, the length that the file states at its end; 0 for none
+
+    /// The steps that are added from here on belong to a new part.
+    void startPart(int number);
+    /// Puts a step behind the others, as one of the part that was started last.
+    void add(CutStep step);
 };
 
-/// More than this many steps in a file are none: reading stops with a fault.
+/// A file with more steps, or with more parts, is none: reading stops with a fault.
 constexpr std::size_t kMostCutSteps = 3000000;
 
 /// Lengths in cm, counts, and how long it takes.
@@ -59,8 +75,11 @@ struct CutSums
     double notch = 0;
     double idle = 0;
     double pen = 0;
-    int notches = 0; ///< strokes under the notch command
+    int notches = 0; ///< strokes of notches
     int drills = 0;
+    int plunges = 0;
+    int pieces = 0;     ///< and waste cuts
+    int looseHoles = 0; ///< numbers of the file with drills alone
     int labels = 0;
     int advances = 0;
     int toolChanges = 0; ///< from knife, pen or one drill to another
@@ -68,11 +87,14 @@ struct CutSums
 
 CutSums sumOf(const CutProgram &program);
 
-/// Speeds in metres a minute, above 0.
-struct CutSpeeds
+/// How fast a machine is: speeds in metres a minute, above 0, and seconds for what takes no way.
+struct CutPace
 {
     double knife = 30; ///< and pen
     double idle = 60;
+    double plunge = 0.3; ///< knife down and up again
+    double drill = 1;
+    double advance = 10; ///< of the conveyor, by a frame
 };
 
 /// The way of the head from the first step to the last, by length and by time.
@@ -80,11 +102,10 @@ class CutWay
 {
 public:
     /// The program outlives the way.
-    explicit CutWay(const CutProgram &program, const CutSpeeds &speeds = {});
+    explicit CutWay(const CutProgram &program, const CutPace &pace = {});
 
-    double length() const; ///< cm
-    /// Seconds for the moves alone: plunges, drills and advances take none.
-    double duration() const;
+    double length() const;   ///< cm
+    double duration() const; ///< seconds
 
     struct Place
     {
@@ -95,7 +116,8 @@ public:
 
     /// Where the head is behind that many cm; below 0 at the start, past the end at the end.
     Place at(double way) const;
-    /// How long it takes to there, in seconds; the reverse gives the way in cm.
+    /// How long it takes to there, in seconds, with all that is done on the spot; the reverse gives
+    /// the way in cm.
     double timeAt(double way) const;
     double wayAt(double seconds) const;
     /// cm in front of a step; length() for one past the end.
@@ -103,6 +125,7 @@ public:
 
 private:
     const CutProgram &m_program;
+    const CutPace m_pace;
     std::vector<double> m_ways;  // up to the start of each step, and to the end
     std::vector<double> m_times; // likewise
 };

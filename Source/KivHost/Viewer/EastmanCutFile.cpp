@@ -33,6 +33,7 @@ public:
         if (!m_ended) {
             fail(QStringLiteral("the file ends without END, a part of it is missing"));
         }
+        m_lines.requireEnd();
         if (m_program.steps.empty()) {
             throw ReadFault(QStringLiteral("the file moves nothing"));
         }
@@ -50,7 +51,7 @@ private:
             lift();
             move(CutAction::Idle, rest);
         } else if (word == "CUT" || word == "NOTCH") {
-            m_program.plunges += !m_knife;
+            m_plunges += !m_knife;
             m_knife = true;
             move(word == "CUT" ? CutAction::Cut : CutAction::Notch, rest);
         } else if (word == "PEN") {
@@ -71,8 +72,7 @@ private:
     {
         if (word == "PIECE" || word == "WASTE") {
             lift();
-            m_part = wholeNumber(rest, 0, 100000000);
-            ++m_program.parts;
+            startPart(wholeNumber(rest, 0, 100000000));
             m_percent = 100;
         } else if (word == "SPEED") {
             m_percent = wholeNumber(rest, 1, 100);
@@ -82,7 +82,7 @@ private:
             if (rest.trimmed() != "CM") {
                 fail(QStringLiteral("the unit \"%1\" is unknown").arg(quoted(rest.trimmed())));
             }
-        } else if (word == "END") {
+        } else if (word == "END" && rest.trimmed().isEmpty()) {
             m_ended = true;
         } else {
             fail(QStringLiteral("\"%1\" is no record").arg(quoted(m_lines.line())));
@@ -93,6 +93,14 @@ private:
     {
         return word == "PUNCH" || word == "DRILL" || word == "VNCH" || word == "SLIT" ||
                word == "LASER";
+    }
+
+    void startPart(int number)
+    {
+        if (m_program.parts.size() > kMostCutSteps) {
+            fail(QStringLiteral("there are more than %1 numbers").arg(kMostCutSteps));
+        }
+        m_program.startPart(number);
     }
 
     void lift()
@@ -181,14 +189,15 @@ private:
         if (m_program.steps.size() >= kMostCutSteps) {
             fail(QStringLiteral("there are more than %1 moves").arg(kMostCutSteps));
         }
-        m_program.steps.push_back(
-            {action, 0, static_cast<unsigned char>(m_percent), m_part, m_at, to});
+        m_program.add({action, 0, static_cast<unsigned char>(m_percent),
+            static_cast<unsigned char>(std::min(m_plunges, 255)), 0, m_at, to});
+        m_plunges = 0;
     }
 
     TextLines m_lines;
     CutProgram m_program;
     QPointF m_at;
-    int m_part = 0;
+    int m_plunges = 0; // since the last step
     int m_percent = 100;
     bool m_knife = false;
     bool m_pen = false;

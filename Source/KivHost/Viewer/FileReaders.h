@@ -8,6 +8,7 @@
 #include <QPolygonF>
 #include <QStringList>
 
+#include <optional>
 #include <stdexcept>
 #include <vector>
 
@@ -24,7 +25,8 @@ public:
     {}
 };
 
-/// Bytes out of a file as they can stand in a message: no control characters, not too long.
+/// Bytes out of a file as they can stand in a message: not too long, and what cannot be seen, such
+/// as control characters, as its code: \u001b.
 QString quoted(const QByteArray &bytes);
 
 /// A cut file of the ANSI dialect. Places are counted in blocks from 1, and bytes from 0.
@@ -65,14 +67,22 @@ Picture readIllustratorFile(const QByteArray &bytes);
 
 struct TableFile
 {
-    QChar separator; ///< null when every line is one field
+    QString separator; ///< empty when every line is one field
     std::vector<QStringList> rows;
-    int columns = 0; ///< of the longest row
+    int columns = 0;           ///< of the longest row
+    bool isSingleByte = false; ///< read as Windows-1252, being no valid UTF-8
 };
 
-/// A report or a list of labels: UTF-8, or Latin-1 where it is none. The separator is the one of
-/// tab, semicolon and comma that the first line has most often.
-TableFile readTableFile(const QByteArray &bytes);
+/// What separates the fields of a table.
+struct TableForm
+{
+    std::optional<QString> separator;     ///< empty: nothing; none: it is found out
+    QString usual = QStringLiteral("\t"); ///< that reports are written with: tried before others
+};
+
+/// A report or a list of labels: UTF-8, or Windows-1252 where it is none. A separator that is found
+/// out gives all the first lines equally many fields.
+TableFile readTableFile(const QByteArray &bytes, const TableForm &form = {});
 
 /// The first rows of the table, as a picture.
 Picture pictureOf(const TableFile &table);

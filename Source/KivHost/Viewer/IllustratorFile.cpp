@@ -47,7 +47,7 @@ public:
                 m_lines.fail(QStringLiteral("the file does not start with %!PS-Adobe"));
             }
             if (line.startsWith('%')) {
-                m_ended = line.startsWith("%%EOF");
+                m_ended = line.trimmed() == "%%EOF";
             } else if (line.endsWith(")t")) {
                 showText(line);
             } else {
@@ -57,6 +57,7 @@ public:
         if (!m_ended) {
             m_lines.fail(QStringLiteral("the file ends without %%EOF, a part of it is missing"));
         }
+        m_lines.requireEnd();
         if (m_groups != 0) {
             m_lines.fail(QStringLiteral("%1 groups are not closed").arg(m_groups));
         }

@@ -55,19 +55,32 @@ public:
         if (!m_ended) {
             m_lines.fail(QStringLiteral("the file ends without EOF, a part of it is missing"));
         }
-        for (const QString &name : m_inserts) {
-            const auto block = m_byName.constFind(name);
-            if (block == m_byName.cend()) {
-                throw ReadFault(
-                    QStringLiteral("the block \"%1\" is inserted, but there is none of that name")
-                        .arg(quoted(name.toUtf8())));
-            }
-            ++m_file.blocks[*block].instances;
-        }
+        m_lines.requireEnd();
+        countInstances();
         return std::move(m_file);
     }
 
 private:
+    struct Insert
+    {
+        QString name;
+        int line = 0; // of the name, or of the entity that has none
+    };
+
+    // The blocks need not stand in front of their inserts.
+    void countInstances()
+    {
+        for (const Insert &insert : m_inserts) {
+            const auto block = m_byName.constFind(insert.name);
+            if (block == m_byName.cend()) {
+                TextLines::failAt(insert.line,
+                    QStringLiteral("the block \"%1\" is inserted, but there is none of that name")
+                        .arg(quoted(insert.name.toUtf8())));
+            }
+            ++m_file.blocks[*block].instances;
+        }
+    }
+
     // A group is a line with its code and one with its value.
     bool nextGroup()
     {
@@ -90,6 +103,7 @@ private:
     {
         m_entity = m_value.trimmed();
         m_name.clear();
+        m_nameLine = m_lines.number();
         m_x = 0;
         m_y = 0;
         m_text.clear();
@@ -120,6 +134,7 @@ private:
             m_y = real();
         } else if (m_code == 2) {
             m_name = m_value;
+            m_nameLine = m_lines.number();
         } else if (m_code == 1) {
             m_text = m_value;
         } else if (m_code == 70 && m_entity == QLatin1String("POLYLINE") && m_inLine) {
@@ -151,18 +166,19 @@ private:
         } else if (m_entity == QLatin1String("TEXT")) {
             (m_inBlock ? m_file.blocks.back().keywords : m_file.keywords).append(m_text);
         } else if (m_entity == QLatin1String("INSERT") && !m_inBlock) {
-            m_inserts.append(m_name);
+            m_inserts.push_back({m_name, m_nameLine});
         }
     }
 
     TextLines m_lines;
     NesterFile m_file;
     QHash<QString, std::size_t> m_byName;
-    QStringList m_inserts;
+    std::vector<Insert> m_inserts;
     int m_code = 0;
     QString m_value;
     QString m_entity;
     QString m_name;
+    int m_nameLine = 0;
     QString m_text;
     double m_x = 0;
     double m_y = 0;

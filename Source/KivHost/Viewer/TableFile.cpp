@@ -6,6 +6,8 @@
 #include <QTextCodec>
 
 #include <algorithm>
+#include <array>
+#include <limits>
 
 namespace KivSystem {
 
@@ -16,71 +18,58 @@ constexpr int kMostShownColumns = 10000;
 constexpr int kShownRows = 100;
 constexpr int kShownLetters = 40;
 
-// As text, or a fault: a character that no report holds.
-QString decoded(const QByteArray &bytes)
+// For finding out what separates the fields of a table.
+constexpr int kTriedRows = 50;
+constexpr int kTriedLetters = 100000;
+// Beside the tab; others are too often parts of a text, of a date or of a time.
+const std::array<const char *, 8> kSeparators{";", ",", "|", "~", "^", "#", "\x1f", "\x1e"};
+
+// Line ends of all kinds become line feeds.
+QString decoded(const QByteArray &bytes, bool *isSingleByte)
 {
     QTextCodec::ConverterState state;
     QString text =
         QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
-    if (state.invalidChars != 0 || state.remainingChars != 0) {
-        text = QString::fromLatin1(bytes.constData(), bytes.size()); // also behind a zero byte
+    *isSingleByte = state.invalidChars != 0 || state.remainingChars != 0;
+    if (*isSingleByte) {
+        text = QTextCodec::codecForName("Windows-1252")->toUnicode(bytes);
     }
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    return text;
+}
+
+// Throws for a character that no report holds.
+void requireText(const QString &text)
+{
     int line = 1;
     for (const QChar &character : qAsConst(text)) {
         line += character == QLatin1Char('\n');
         const ushort code = character.unicode();
-        const bool inReports = code == '\t' || code == '\n' || code == '\r' || code == 0x0b ||
-                               code == 0x1d; // line break and separator inside of a field
+        const bool inReports = code == '\t' || code == '\n' ||
+                               code == 0x0b ||                 // a field's line break
+                               (code >= 0x1c && code <= 0x1f); // separators
         if ((code < 0x20 && !inReports) || (code >= 0x7f && code < 0xa0)) {
             throw ReadFault(QStringLiteral("line %1: the byte 0x%2 is no text")
                                 .arg(line)
                                 .arg(code, 2, 16, QLatin1Char('0')));
         }
     }
-    return text;
-}
-
-// The most frequent of three in the first line: another may stand between repeated values of a
-// field.
-QChar separatorOf(const QString &text)
-{
-    // What stands between quotes separates nothing.
-    bool isQuoted = false;
-    QString found;
-    for (const QChar &character : text) {
-        if (character == QLatin1Char('\n') && !isQuoted) {
-            break;
-        }
-        isQuoted = isQuoted != (character == QLatin1Char('"'));
-        if (!isQuoted || character == QLatin1Char('\t')) {
-            found += character;
-        }
-    }
-    QChar separator;
-    int most = 0;
-    for (const char candidate : {'\t', ';', ','}) {
-        const int count = found.count(QLatin1Char(candidate));
-        if (count > most) {
-            most = count;
-            separator = QLatin1Char(candidate);
-        }
-    }
-    return separator;
 }
 
 class TableReader
 {
 public:
-    explicit TableReader(const QString &text) : m_text(text)
+    TableReader(const QString &text, const QString &separator) : m_text(text)
     {
-        m_table.separator = separatorOf(text);
+        m_table.separator = separator;
         // Beside tabs, and where there is one field, a quote is a letter like any other.
-        m_quotes = !m_table.separator.isNull() && m_table.separator != QLatin1Char('\t');
+        m_quotes = !separator.isEmpty() && separator != QLatin1String("\t");
     }
 
-    TableFile read()
+    TableFile read(std::size_t mostRows = std::numeric_limits<std::size_t>::max())
     {
-        for (m_at = 0; m_at < m_text.size(); ++m_at) {
+        for (m_at = 0; m_at < m_text.size() && m_table.rows.size() < mostRows; ++m_at) {
             take(m_text[m_at]);
         }
         if (m_quoted) {
@@ -109,13 +98,21 @@ private:
         } else if (m_quotes && m_field.isEmpty() && character == QLatin1Char('"')) {
             m_quoted = true;
             m_opened = m_line;
-        } else if (!m_table.separator.isNull() && character == m_table.separator) {
+        } else if (isSeparator(character)) {
+            m_at += m_table.separator.size() - 1;
             endField();
         } else if (character == QLatin1Char('\n')) {
             endRow();
-        } else if (character != QLatin1Char('\r')) {
+        } else {
             m_field += character;
         }
+    }
+
+    bool isSeparator(QChar character) const
+    {
+        const QString &separator = m_table.separator;
+        return !separator.isEmpty() && character == separator[0] &&
+               m_text.midRef(m_at, separator.size()) == separator;
     }
 
     void endField()
@@ -149,6 +146,80 @@ private:
     bool m_quoted = false;
 };
 
+// How many fields all rows of the text have; 0 when they differ, or have one each.
+int evenColumns(const QString &text, const QString &separator)
+{
+    try {
+        const TableFile table = TableReader(text, separator).read(kTriedRows);
+        const bool isEven = std::all_of(table.rows.begin(), table.rows.end(), [&](const auto &row) {
+            return row.size() == table.columns || row == QStringList(QString()); // a blank line
+        });
+        return isEven && table.columns > 1 ? table.columns : 0;
+    } catch (const ReadFault &) { // a quote that is none beside this separator
+        return 0;
+    }
+}
+
+// The candidate for which `count` gives most, the first one of equals; empty when all give 0.
+template <class Count>
+QString separatorWithMost(Count count)
+{
+    QString found;
+    int most = 0;
+    for (const char *separator : kSeparators) {
+        const int value = count(QLatin1String(separator));
+        if (value > most) {
+            most = value;
+            found = QLatin1String(separator);
+        }
+    }
+    return found;
+}
+
+// What stands between quotes separates nothing.
+QString firstLineOutsideOfQuotes(const QString &text)
+{
+    bool isQuoted = false;
+    QString found;
+    for (const QChar &character : text) {
+        if (character == QLatin1Char('\n') && !isQuoted) {
+            break;
+        }
+        isQuoted = isQuoted != (character == QLatin1Char('"'));
+        if (!isQuoted) {
+            found += character;
+        }
+    }
+    return found;
+}
+
+// A tab stands in a text of its own so seldom that it outweighs the others.
+QString separatorOf(const QString &whole, const QString &usual)
+{
+    QString text = whole.left(kTriedLetters);
+    if (text.size() < whole.size() && text.contains(QLatin1Char('\n'))) {
+        text.truncate(text.lastIndexOf(QLatin1Char('\n')) + 1);
+    }
+    const QString tab = QStringLiteral("\t");
+    const bool hasTab = text.section(QLatin1Char('\n'), 0, 0).contains(tab);
+    if (evenColumns(text, usual) > 0 && (!hasTab || evenColumns(text, tab) == 0)) {
+        return usual;
+    }
+    if (hasTab) {
+        return tab;
+    }
+    const QString even = separatorWithMost(
+        [&text](const QString &separator) { return evenColumns(text, separator); });
+    if (!even.isEmpty()) {
+        return even;
+    }
+    // Rows may be of different lengths: the export leaves some unfinished.
+    const QString line = firstLineOutsideOfQuotes(text);
+    return line.contains(usual) ? usual : separatorWithMost([&line](const QString &separator) {
+        return line.count(separator);
+    });
+}
+
 QString shown(const QString &field)
 {
     QString text = field;
@@ -160,12 +231,17 @@ QString shown(const QString &field)
 
 } // namespace
 
-TableFile readTableFile(const QByteArray &bytes)
+TableFile readTableFile(const QByteArray &bytes, const TableForm &form)
 {
-    const TableFile table = TableReader(decoded(bytes)).read();
-    if (table.rows.empty()) {
+    bool isSingleByte = false;
+    const QString text = decoded(bytes, &isSingleByte);
+    if (text.isEmpty()) {
         throw ReadFault(QStringLiteral("the file is empty"));
     }
+    requireText(text);
+    TableFile table =
+        TableReader(text, form.separator ? *form.separator : separatorOf(text, form.usual)).read();
+    table.isSingleByte = isSingleByte;
     return table;
 }
 

@@ -22,7 +22,10 @@ public:
     int number() const { return m_number; } ///< from 1; 0 before the first
 
     /// Throws ReadFault: "line 3: " and the reason.
-    [[noreturn]] void fail(const QString &reason) const;
+    [[noreturn]] void fail(const QString &reason) const { failAt(m_number, reason); }
+    [[noreturn]] static void failAt(int number, const QString &reason);
+    /// Throws ReadFault when something stands behind the line.
+    void requireEnd() const;
 
 private:
     QByteArray m_bytes;
@@ -30,6 +33,13 @@ private:
     int m_position = 0;
     int m_number = 0;
 };
+
+/// The first byte from `position` on that is neither a blank, nor of a line break, nor 0x1A, an old
+/// mark of a file's end; -1 when there is none.
+int somethingBehind(const QByteArray &bytes, int position);
+
+/// Why a file with such a byte behind its end is refused.
+QString behindTheEnd();
 
 } // namespace KivSystem
 

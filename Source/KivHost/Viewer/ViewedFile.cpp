@@ -5,15 +5,72 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <QSettings>
 
 namespace KivSystem {
 
 namespace {
 
-constexpr qint64 kStartSize = 4096;
+constexpr int kStartSize = 4096;
+const char *const kSeparatorKey = "text_export/option/_0"; // where the plug-in's panel keeps it
 
-FileContent read(const QByteArray &bytes, FileKind kind)
+// Some editors put the mark in front of any text.
+QByteArray withoutByteOrderMark(const QByteArray &bytes)
 {
+    const QByteArray mark("\xef\xbb\xbf");
+    return bytes.startsWith(mark) ? bytes.mid(mark.size()) : bytes;
+}
+
+bool matchesAtStart(const QString &text, const char *pattern)
+{
+    const QRegularExpression expression{QLatin1String(pattern)};
+    return expression
+        .match(text, 0, QRegularExpression::NormalMatch, QRegularExpression::AnchoredMatchOption)
+        .hasMatch();
+}
+
+// A damaged one, too: ANSI files have stars, and no such lines.
+bool hasEastmanLines(const QString &text)
+{
+    static const QRegularExpression record(
+        QStringLiteral("^(NAME|UNIT|PIECE|WASTE|SPEED|MOVE|CUT|NOTCH|HOLE|BURN|PENUP|PENDN|PEN|END)"
+                       "( |\\r?$)"),
+        QRegularExpression::MultilineOption);
+    return !text.contains(QLatin1Char('*')) && record.match(text).hasMatch();
+}
+
+FileKind kindByName(const QString &text, const QString &path)
+{
+    const QString extension = QFileInfo(path).suffix().toLower();
+    if (extension == QLatin1String("txt") || extension == QLatin1String("csv")) {
+        return FileKind::Table;
+    }
+    if (extension == QLatin1String("cut")) {
+        // Reports may be stored under the same extension.
+        const bool isReport = text.section(QLatin1Char('\n'), 0, 0).contains(QLatin1Char('\t'));
+        return isReport                ? FileKind::Table
+               : hasEastmanLines(text) ? FileKind::EastmanCut
+                                       : FileKind::AnsiCut;
+    }
+    if (extension == QLatin1String("dxf")) {
+        return FileKind::Nester;
+    }
+    return extension == QLatin1String("ai") ? FileKind::Illustrator : FileKind::Unknown;
+}
+
+// What the text export is set to.
+QString usualSeparator()
+{
+    const QVariant stored = QSettings().value(QLatin1String(kSeparatorKey));
+    const QString text = QString::fromUtf8(stored.toByteArray());
+    return text.isEmpty() ? TableForm().usual : text;
+}
+
+FileContent read(const QByteArray &bytes, FileKind kind, const TableForm &form)
+{
+    if (bytes.isEmpty()) {
+        throw ReadFault(QStringLiteral("the file is empty"));
+    }
     switch (kind) {
     case FileKind::AnsiCut:
         return readAnsiCutFile(bytes);
@@ -24,7 +81,7 @@ FileContent read(const QByteArray &bytes, FileKind kind)
     case FileKind::Illustrator:
         return readIllustratorFile(bytes);
     case FileKind::Table:
-        return readTableFile(bytes);
+        return readTableFile(bytes, form);
     case FileKind::Unknown:
         break;
     }
@@ -36,43 +93,24 @@ FileContent read(const QByteArray &bytes, FileKind kind)
 FileKind kindOf(const QByteArray &start, const QString &path)
 {
     // Latin-1 takes every byte as it is.
-    const QString text = QString::fromLatin1(start.left(static_cast<int>(kStartSize)));
-    const auto begins = [&text](const char *pattern) {
-        const QRegularExpression expression{QLatin1String(pattern)};
-        return expression
-            .match(
-                text, 0, QRegularExpression::NormalMatch, QRegularExpression::AnchoredMatchOption)
-            .hasMatch();
-    };
+    const QString text = QString::fromLatin1(withoutByteOrderMark(start.left(kStartSize)));
+    const auto begins = [&text](const char *pattern) { return matchesAtStart(text, pattern); };
     if (begins("%!PS-Adobe")) {
         return FileKind::Illustrator;
     }
     if (begins("\\s*%?\\s*([HNMGD]\\d{1,8}|[XY]-?\\d{1,9})+\\s*\\*")) {
         return FileKind::AnsiCut;
     }
-    if (begins("(NAME  [^\\n]*\\r?\\nUNIT  |UNIT  |PIECE [ \\d]+\\r?\\n|WASTE [ \\d]+\\r?\\n)")) {
+    if (begins("\\s*(NAME  [^\\n]*\\s+UNIT  |UNIT  |(PIECE|WASTE) [ \\d]+\\r?\\n)")) {
         return FileKind::EastmanCut;
     }
     if (begins("(\\s*999\\r?\\n[^\\n]*\\n)*\\s*0\\r?\\n\\s*SECTION\\s*\\r?\\n")) {
         return FileKind::Nester;
     }
-    const QString extension = QFileInfo(path).suffix().toLower();
-    if (extension == QLatin1String("txt") || extension == QLatin1String("csv")) {
-        return FileKind::Table;
-    }
-    if (extension == QLatin1String("cut")) {
-        // Reports may be stored under the same extension.
-        return text.section(QLatin1Char('\n'), 0, 0).contains(QLatin1Char('\t'))
-                   ? FileKind::Table
-                   : FileKind::AnsiCut;
-    }
-    if (extension == QLatin1String("dxf")) {
-        return FileKind::Nester;
-    }
-    return extension == QLatin1String("ai") ? FileKind::Illustrator : FileKind::Unknown;
+    return kindByName(text, path);
 }
 
-FileContent readExportedFile(const QString &path)
+FileContent readExportedFile(const QString &path, const std::optional<QString> &separator)
 {
     requireReadableFile(path);
     const auto fail = [&path](const QString &reason) {
@@ -83,12 +121,13 @@ FileContent readExportedFile(const QString &path)
         throw fail(QStringLiteral("cannot be read: %1").arg(file.errorString()));
     }
     // One byte more than is taken: the size of a device or a pipe is not known.
-    const QByteArray bytes = file.read(kLargestFile + 1);
-    if (bytes.size() > kLargestFile) {
+    const QByteArray all = file.read(kLargestFile + 1);
+    if (all.size() > kLargestFile) {
         throw fail(QStringLiteral("the file has more than %1 MB").arg(kLargestFile / 1024 / 1024));
     }
+    const QByteArray bytes = withoutByteOrderMark(all);
     try {
-        return read(bytes, kindOf(bytes, path));
+        return read(bytes, kindOf(bytes, path), {separator, usualSeparator()});
     } catch (const ReadFault &fault) {
         throw fail(QString::fromUtf8(fault.what()));
     }

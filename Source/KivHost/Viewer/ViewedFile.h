@@ -18,8 +18,10 @@ enum class FileKind
     Table,
 };
 
-/// By the first bytes of the file. Those of a text that is nothing else make a table of a file
-/// named like one (*.txt, *.csv); a cut file (*.cut) that is neither is taken for an ANSI one.
+/// By the first bytes of the file, a byte-order mark not counted. Those of a text that is nothing
+/// else make a table of a file named like one (*.txt, *.csv); a cut file (*.cut) without a star in
+/// which a line starts with a word of the Eastman dialect is taken for one, any other for an ANSI
+/// one.
 FileKind kindOf(const QByteArray &start, const QString &path);
 
 /// Larger files are none that an export writes.
@@ -27,8 +29,11 @@ constexpr qint64 kLargestFile = 256 * 1024 * 1024;
 
 using FileContent = std::variant<CutProgram, NesterFile, Picture, TableFile>;
 
-/// Throws HostError (ExitUnreadable) with one sentence that names the file.
-FileContent readExportedFile(const QString &path);
+/// The separator is that of a table; without one it is found out, first by the one that the text
+/// export is set to. Throws HostError (ExitUnreadable) with one sentence that names the file and
+/// the place in it, behind a byte-order mark.
+FileContent readExportedFile(
+    const QString &path, const std::optional<QString> &separator = std::nullopt);
 
 /// What the file shows, whatever it is.
 Picture pictureOf(const FileContent &content);

@@ -2,18 +2,19 @@
 
 #include "CutFileChild.h"
 #include "PictureView.h"
+#include "TableChild.h"
 #include "ViewedFile.h"
+#include "Window/TypeAhead.h"
 #include "Window/WindowText.h"
 
-#include <QAbstractTableModel>
 #include <QBoxLayout>
-#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QHeaderView>
-#include <QLabel>
+#include <QHelpEvent>
 #include <QSplitter>
-#include <QTableView>
+#include <QStyledItemDelegate>
+#include <QToolTip>
 #include <QTreeWidget>
 
 namespace KivSystem {
@@ -35,14 +36,45 @@ std::unique_ptr<MdiChild> childWith(QWidget *content)
     return child;
 }
 
-std::unique_ptr<MdiChild> makeChild(const CutProgram &program)
+std::unique_ptr<MdiChild> makeChild(const CutProgram &program, const QString &)
 {
     return std::make_unique<CutFileChild>(program);
 }
 
-std::unique_ptr<MdiChild> makeChild(const Picture &picture)
+std::unique_ptr<MdiChild> makeChild(const Picture &picture, const QString &)
 {
     return childWith(new PictureView(picture));
+}
+
+std::unique_ptr<MdiChild> makeChild(const TableFile &table, const QString &path)
+{
+    return std::make_unique<TableChild>(path, table);
+}
+
+// Texts that do not fit into their column are told in full.
+class ElidedTexts : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    bool helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
+        const QModelIndex &index) override
+    {
+        if (event->type() == QEvent::ToolTip && index.isValid() &&
+            sizeHint(option, index).width() > view->visualRect(index).width()) {
+            QToolTip::showText(event->globalPos(), index.data().toString().toHtmlEscaped(), view);
+            return true;
+        }
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    }
+};
+
+void addKeywords(QTreeWidgetItem *item, const QStringList &keywords)
+{
+    for (const QString &keyword : keywords) {
+        auto *line = new QTreeWidgetItem(item, {keyword});
+        line->setFirstColumnSpanned(true);
+    }
 }
 
 QTreeWidget *blockList(const NesterFile &file)
@@ -52,16 +84,14 @@ QTreeWidget *blockList(const NesterFile &file)
     list->setHeaderLabels({text("Block"), text("Wanted")});
     list->setAccessibleName(text("Blocks"));
     list->setToolTip(text("Blocks with their keywords; one that is chosen is shown large"));
+    list->setItemDelegate(new ElidedTexts(list));
+    keepTypedLetters(*list);
     auto *all = new QTreeWidgetItem(list, {text("All blocks"), QString()});
-    for (const QString &keyword : file.keywords) {
-        new QTreeWidgetItem(all, {keyword, QString()});
-    }
+    addKeywords(all, file.keywords);
     all->setExpanded(true);
     for (const NesterBlock &block : file.blocks) {
         auto *item = new QTreeWidgetItem(list, {block.name, QString::number(block.instances)});
-        for (const QString &keyword : block.keywords) {
-            new QTreeWidgetItem(item, {keyword, QString()});
-        }
+        addKeywords(item, block.keywords);
     }
     list->header()->setStretchLastSection(false);
     list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
@@ -69,7 +99,7 @@ QTreeWidget *blockList(const NesterFile &file)
     return list;
 }
 
-std::unique_ptr<MdiChild> makeChild(const NesterFile &file)
+std::unique_ptr<MdiChild> makeChild(const NesterFile &file, const QString &)
 {
     const Picture picture = pictureOf(file);
     std::vector<QRectF> areas;
@@ -96,68 +126,6 @@ std::unique_ptr<MdiChild> makeChild(const NesterFile &file)
     return child;
 }
 
-// The repeated values of a field, and its lines, in one line.
-QString cellText(QString field)
-{
-    field.replace(QLatin1Char('\x1d'), QStringLiteral(" | "));
-    field.replace(QLatin1Char('\x0b'), QLatin1Char(' '));
-    return field;
-}
-
-// Holds no item for a field: reports are long, and one line may be much longer than the others.
-class TableModel : public QAbstractTableModel
-{
-public:
-    explicit TableModel(TableFile file, QObject *parent)
-        : QAbstractTableModel(parent)
-        , m_file(std::move(file))
-    {}
-
-    int rowCount(const QModelIndex &parent) const override
-    {
-        return parent.isValid() ? 0 : static_cast<int>(m_file.rows.size());
-    }
-    int columnCount(const QModelIndex &parent) const override
-    {
-        return parent.isValid() ? 0 : m_file.columns;
-    }
-    QVariant data(const QModelIndex &index, int role) const override
-    {
-        const QStringList &fields = m_file.rows[static_cast<std::size_t>(index.row())];
-        const QString field = cellText(fields.value(index.column()));
-        return role == Qt::DisplayRole   ? QVariant(field)
-               : role == Qt::ToolTipRole ? QVariant(field.toHtmlEscaped())
-                                         : QVariant();
-    }
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override
-    {
-        return role == Qt::DisplayRole && orientation == Qt::Horizontal
-                   ? QVariant(section)
-                   : QAbstractTableModel::headerData(section, orientation, role);
-    }
-
-private:
-    TableFile m_file;
-};
-
-std::unique_ptr<MdiChild> makeChild(const TableFile &file)
-{
-    constexpr int widest = 320;
-    constexpr int mostMeasured = 200; // rows, and columns
-    auto *table = new QTableView;
-    table->setModel(new TableModel(file, table));
-    table->setAlternatingRowColors(true);
-    table->setTabKeyNavigation(false); // Tab leaves the table, the arrow keys move in it
-    table->setAccessibleName(text("Fields"));
-    table->setToolTip(text("A line of the file is a row; fields are numbered from 0"));
-    table->horizontalHeader()->setMaximumSectionSize(widest);
-    table->horizontalHeader()->setResizeContentsPrecision(mostMeasured);
-    for (int column = 0; column < std::min(file.columns, mostMeasured); ++column) {
-        table->resizeColumnToContents(column);
-    }
-    return childWith(table);
-}
-
 } // namespace
 
 bool canView(const QString &path)
@@ -169,8 +137,8 @@ bool canView(const QString &path)
 
 std::unique_ptr<MdiChild> makeViewer(const QString &path)
 {
-    std::unique_ptr<MdiChild> child =
-        std::visit([](const auto &content) { return makeChild(content); }, readExportedFile(path));
+    std::unique_ptr<MdiChild> child = std::visit(
+        [&path](const auto &content) { return makeChild(content, path); }, readExportedFile(path));
     child->setWindowTitle(QFileInfo(path).fileName());
     return child;
 }

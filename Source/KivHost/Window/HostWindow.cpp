@@ -47,6 +47,29 @@ QString menuText(int number, const QString &text)
                        : QStringLiteral("%1  %2").arg(number).arg(shown);
 }
 
+// The name of a file with so many of its folders.
+QString nameWithFolders(const QString &path, int count)
+{
+    const QFileInfo file(path);
+    const QStringList folders = file.path().split(QLatin1Char('/'), Qt::SkipEmptyParts);
+    const QString shown = folders.mid(std::max(folders.size() - count, 0)).join(QLatin1Char('/'));
+    return count == 0 ? file.fileName() : QStringLiteral("%1 (%2)").arg(file.fileName(), shown);
+}
+
+// The name, with the folders that it takes to tell the file from the others.
+QString titleOf(const QString &path, const QStringList &others)
+{
+    const int most = path.count(QLatin1Char('/'));
+    int count = 0;
+    const auto isSame = [&](const QString &other) {
+        return nameWithFolders(other, count) == nameWithFolders(path, count);
+    };
+    while (count < most && std::any_of(others.begin(), others.end(), isSame)) {
+        ++count;
+    }
+    return nameWithFolders(path, count);
+}
+
 } // namespace
 
 HostWindow::HostWindow(QWidget *parent) : MainWindow(parent)
@@ -65,8 +88,10 @@ HostWindow::HostWindow(QWidget *parent) : MainWindow(parent)
     makeHelpMenu();
     makeToolBar();
     statusBar()->setSizeGripEnabled(true);
-    connect(mdiArea(), &QMdiArea::subWindowActivated, this,
-        [this](QMdiSubWindow *) { updateActions(); });
+    connect(mdiArea(), &QMdiArea::subWindowActivated, this, [this](QMdiSubWindow *) {
+        nameChildren();
+        updateActions();
+    });
     m_storeTimer.setSingleShot(true);
     m_storeTimer.setInterval(kStoreDelay);
     connect(&m_storeTimer, &QTimer::timeout, this, [this] { storeWindow(); });
@@ -125,7 +150,6 @@ void HostWindow::addChild(MdiChild *child, const QString &path)
     addMdiChild(child);
     QMdiSubWindow *subWindow = mdiArea()->currentSubWindow();
     subWindow->setProperty("path", path);
-    subWindow->setWindowTitle(QFileInfo(path).fileName());
     for (QAction *action : subWindow->systemMenu()->actions()) {
         action->setShortcut(QKeySequence()); // two actions of one key do nothing at all
     }
@@ -138,7 +162,31 @@ void HostWindow::addChild(MdiChild *child, const QString &path)
         marker->showPieceList(m_pieceList->isChecked());
     }
     addRecentFile(path);
+    nameChildren();
     updateActions();
+}
+
+// Again whenever one comes or goes.
+void HostWindow::nameChildren()
+{
+    const QList<QMdiSubWindow *> subWindows = mdiArea()->subWindowList();
+    QStringList paths;
+    for (const QMdiSubWindow *subWindow : subWindows) {
+        // One that is closed goes with the next event.
+        paths.append(subWindow->isHidden() ? QString() : subWindow->property("path").toString());
+    }
+    QTabBar *tabs = mdiArea()->findChild<QTabBar *>(QString(), Qt::FindDirectChildrenOnly);
+    for (int i = 0; i < paths.size(); ++i) {
+        if (paths[i].isEmpty()) {
+            continue;
+        }
+        QStringList others = paths;
+        others.removeAt(i);
+        subWindows[i]->setWindowTitle(titleOf(paths[i], others));
+        if (tabs != nullptr) {
+            tabs->setTabToolTip(i, paths[i]);
+        }
+    }
 }
 
 void HostWindow::addRecentFile(const QString &path)
@@ -186,6 +234,7 @@ void HostWindow::showTabs(bool shown)
     for (QTabBar *tabs : mdiArea()->findChildren<QTabBar *>()) {
         tabs->setExpanding(false);
     }
+    nameChildren();
     m_storeTimer.start();
 }
 

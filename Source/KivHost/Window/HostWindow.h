@@ -82,6 +82,7 @@ private:
 
     bool activateChildOf(const QString &path);
     void addChild(MdiChild *child, const QString &path);
+    void nameChildren();
     void addRecentFile(const QString &path);
     void fillRecentMenu();
     void fillWindowMenu();
