@@ -40,6 +40,11 @@ void paintStep(QPainter &painter, const CutStep &step, const QPointF &end, const
                                                      : kHeavy;
     QPen pen(colourOf(kind), width);
     pen.setCapStyle(Qt::RoundCap);
+    if (kind ==
+        StrokeKind::Idle) { // dashed as in the picture below, or it would look like the pen's
+        pen.setCapStyle(Qt::FlatCap);
+        pen.setDashPattern({4 / width, 3 / width});
+    }
     painter.setPen(pen);
     painter.drawLine(view.map(step.from), view.map(end));
 }
