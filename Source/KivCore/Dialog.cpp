@@ -4,6 +4,7 @@
 #include "KivCore/ExactValue.h"
 #include "KivCore/Validator.h"
 
+#include <QDoubleSpinBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -13,10 +14,10 @@ namespace KivSystem {
 namespace {
 
 /// What the dialog calls the field: the text of its label, empty when it has none.
-QString fieldName(const QWidget &dialog, const QLineEdit &lineEdit)
+QString fieldName(const QWidget &dialog, const QWidget &field)
 {
     for (const QLabel *const label : dialog.findChildren<QLabel *>()) {
-        if (label->buddy() == &lineEdit) {
+        if (label->buddy() == &field) {
             QString name = label->text().remove(QLatin1Char('&')).trimmed();
             while (name.endsWith(QLatin1Char(':'))) {
                 name.chop(1);
@@ -24,7 +25,7 @@ QString fieldName(const QWidget &dialog, const QLineEdit &lineEdit)
             return name.trimmed();
         }
     }
-    return lineEdit.accessibleName();
+    return field.accessibleName();
 }
 
 /// A value that came with the field may be in range where its text, which is rounded, is not.
@@ -47,17 +48,23 @@ bool KivDialog::validateInputs()
     // round the whole window, of which this dialog may be an embedded part.
     for (QWidget *widget = nextInFocusChain(); widget != this;
          widget = widget->nextInFocusChain()) {
-        auto *const lineEdit = qobject_cast<QLineEdit *>(widget);
-        if (!lineEdit || !isAncestorOf(lineEdit) || !lineEdit->isVisibleTo(this) ||
-            !lineEdit->isEnabledTo(this)) {
-            continue;
-        }
-        const auto *const validator = qobject_cast<const KivValidatorBase *>(lineEdit->validator());
-        if (validator && !validateInput(lineEdit, validator)) {
+        if (isAncestorOf(widget) && widget->isVisibleTo(this) && widget->isEnabledTo(this) &&
+            !validateField(widget)) {
             return false;
         }
     }
     return true;
+}
+
+bool KivDialog::validateField(QWidget *field)
+{
+    if (auto *const spinBox = qobject_cast<QDoubleSpinBox *>(field)) {
+        return validateSpinBox(spinBox);
+    }
+    auto *const lineEdit = qobject_cast<QLineEdit *>(field);
+    const auto *const validator =
+        lineEdit ? qobject_cast<const KivValidatorBase *>(lineEdit->validator()) : nullptr;
+    return !validator || validateInput(lineEdit, validator);
 }
 
 bool KivDialog::validateInput(QLineEdit *lineEdit, const KivValidatorBase *validator)
@@ -68,11 +75,31 @@ bool KivDialog::validateInput(QLineEdit *lineEdit, const KivValidatorBase *valid
     }
     lineEdit->setFocus(Qt::OtherFocusReason);
     lineEdit->selectAll();
-    const auto [lowest, highest] = validator->valueRangeStr();
-    const QString name = fieldName(*this, *lineEdit);
+    const auto [lowest, highest] = validator->typableRangeStr();
+    warnOfRange(*lineEdit, lowest, highest);
+    return false;
+}
+
+/// Left alone it would go back to its last value, as if nothing had been typed.
+bool KivDialog::validateSpinBox(QDoubleSpinBox *spinBox)
+{
+    if (spinBox->hasAcceptableInput()) {
+        return true;
+    }
+    const auto shown = [spinBox](double value) {
+        return spinBox->prefix() + spinBox->textFromValue(value) + spinBox->suffix();
+    };
+    spinBox->setFocus(Qt::OtherFocusReason);
+    spinBox->selectAll();
+    warnOfRange(*spinBox, shown(spinBox->minimum()), shown(spinBox->maximum()));
+    return false;
+}
+
+void KivDialog::warnOfRange(const QWidget &field, const QString &lowest, const QString &highest)
+{
+    const QString name = fieldName(*this, field);
     warn(name.isEmpty() ? tr("Enter a value from %1 to %2.").arg(lowest, highest)
                         : tr("%1: enter a value from %2 to %3.").arg(name, lowest, highest));
-    return false;
 }
 
 int KivDialog::exec()

@@ -33,11 +33,30 @@ QString extensionIn(const QString &name)
     return pattern.match(suffix).hasMatch() ? suffix : QString();
 }
 
-QString withExtension(const QString &path, const QString &extension)
+bool hasExtension(const QStringList &filters, const QString &extension)
 {
-    return extension.isEmpty() || !extensionIn(path).isEmpty()
-               ? path
-               : path + QLatin1Char('.') + extension;
+    const QRegularExpression pattern(
+        QStringLiteral("\\*\\.%1\\b").arg(extension), QRegularExpression::CaseInsensitiveOption);
+    return filters.join(QLatin1Char(' ')).contains(pattern);
+}
+
+/// The file that the user means by `path` in a dialog with these filters, of which one is in use.
+QString completed(
+    QString path, const QString &filter, const QStringList &filters, const QString &proposedName)
+{
+    const QString proposed = extensionIn(proposedName);
+    const QString found = extensionIn(path);
+    const bool takesAll = firstExtension(filter).isEmpty();
+    const bool isKnown =
+        found.compare(proposed, Qt::CaseInsensitive) == 0 || hasExtension(filters, found);
+    const QString extension = takesAll ? proposed : firstExtension(filter);
+    if (extension.isEmpty() || (!found.isEmpty() && (takesAll || isKnown))) {
+        return path;
+    }
+    while (path.endsWith(QLatin1Char('.'))) {
+        path.chop(1);
+    }
+    return path + QLatin1Char('.') + extension;
 }
 
 bool mayReplace(const QString &path, QWidget &dialog)
@@ -82,11 +101,9 @@ QString WidgetUserInterface::getSaveFileName(const QStringList &filters, const Q
 
     while (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) {
         const QString filter = dialog.selectedNameFilter();
-        const QString fallback = extensionIn(proposedName);
-        const QString extension =
-            firstExtension(filter).isEmpty() ? fallback : firstExtension(filter);
-        const QString path = withExtension(dialog.selectedFiles().constFirst(), extension);
-        if (!QFileInfo::exists(path) || mayReplace(path, dialog)) {
+        const QString path =
+            completed(dialog.selectedFiles().constFirst(), filter, filters, proposedName);
+        if (!QFileInfo(path).isFile() || mayReplace(path, dialog)) {
             m_lastDirectory = dialog.directory().absolutePath();
             if (selectedFilter && filters.contains(filter)) {
                 *selectedFilter = filters.indexOf(filter);

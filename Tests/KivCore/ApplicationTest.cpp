@@ -99,15 +99,19 @@ TEST(WidgetUserInterface, SavesUnderTheProposedNameWithTheExtensionOfTheFilter)
         const char *proposed;
         int filter;
         const char *saved;
-    } cases[] = {{"marker", 0, "marker.txt"}, {"marker", 1, "marker.cut"}, {"marker", 2, "marker"},
-        {"marker.nc", 1, "marker.nc"}, {"50/50 cotton", 1, "50_50 cotton.cut"},
-        {"Shell 1.5", 1, "Shell 1.5.cut"}, {"marker.ai", 2, "marker.ai"}};
+        const char *typed; ///< over the proposal
+    } cases[] = {{"marker", 0, "marker.txt", ""}, {"marker", 1, "marker.cut", ""},
+        {"marker", 2, "marker", ""}, {"marker.nc", 1, "marker.nc", ""},
+        {"50/50 cotton", 1, "50_50 cotton.cut", ""}, {"Shell 1.5", 1, "Shell 1.5.cut", ""},
+        {"marker.ai", 2, "marker.ai", ""}, {"marker.ai", 2, "own.ai", "own"},
+        {"marker.cut", 1, "Order 7.Anna.cut", "Order 7.Anna"}, {"marker.cut", 1, "A.c.cut", "A.c"},
+        {"marker.cut", 1, "A.TXT", "A.TXT"}, {"marker.cut", 1, "A.cut", "A.."}};
     WidgetUserInterface user(nullptr);
     for (const auto &c : cases) {
-        onNextDialog<QFileDialog>([&directory](QFileDialog &dialog) {
+        onNextDialog<QFileDialog>([&directory, &c](QFileDialog &dialog) {
             const QString name = QFileInfo(dialog.selectedFiles().value(0)).fileName();
             dialog.setDirectory(directory.path());
-            dialog.selectFile(name);
+            dialog.selectFile(*c.typed != 0 ? QString(c.typed) : name);
             static_cast<QDialog &>(dialog).accept();
         });
         int filter = c.filter;

@@ -83,6 +83,10 @@ TEST(KivValidator, ShowsItsBoundsClampedToTheWidestOfTheKind)
     KivLengthValidator length(0.25, 5000);
     length.setLocale(german());
     EXPECT_EQ(length.valueRangeStr(), std::make_pair(QString("0,25 cm"), QString("5000,00 cm")));
+    EXPECT_EQ(KivLengthValidator(0.004, 1.006).typableRangeStr(),
+        std::make_pair(QString("0.01 cm"), QString("1.00 cm")));
+    EXPECT_EQ(KivLengthValidator(-1.006, -0.004).typableRangeStr(),
+        std::make_pair(QString("-1.00 cm"), QString("-0.01 cm")));
 }
 
 } // namespace

@@ -285,9 +285,15 @@ TEST_F(ExportDialogTest, APanelWithAWrongValueKeepsTheDialogOpen)
     });
     driver.then("QMessageBox", [](QWidget &box) { press(box, "OK"); });
     driver.then("formats", [](QWidget &dialog) {
-        EXPECT_EQ(in<QLineEdit>(dialog, "editCutterLengthX").text(), "1,5.x") << "not mended";
-        click(dialog, "cancel");
+        auto &field = in<QLineEdit>(dialog, "editCutterLengthX");
+        EXPECT_EQ(field.text(), "1,5.x") << "not mended";
+        field.setText("500 cm");
+        auto &scale = in<QDoubleSpinBox>(dialog, "spinScaleX");
+        scale.findChild<QLineEdit *>()->setText("0%"); // its last value would be taken
+        QTest::keyClick(&scale, Qt::Key_Return);
     });
+    answerBox("Scale in X: enter a value from 1.00% to 110.00%.", "OK");
+    driver.then("formats", [](QWidget &dialog) { click(dialog, "cancel"); });
     run();
     EXPECT_EQ(user->proposals, QStringList());
     EXPECT_EQ(CDbMarkerShareGlobales::instance()->getCutScaleX(), 100) << "nothing of it is kept";
@@ -389,11 +395,13 @@ TEST_F(ExportDialogTest, ANameThatCannotBeWrittenIsToldInOneSentenceAndAskedForA
         {"/dev/full/a.cut", "/dev/full: is a file, expected a directory"},
         {folder.path("file/a.cut"), "file: is a file, expected a directory"},
         {folder.path("taken.cut"), "taken.cut: was not written: Is a directory"},
+        {folder.path(QString(260, 'x')),
+            QString(260, 'x') + ": was not written: File name too long"},
         {folder.path(".cut"),
             ".cut: was not written: a file needs a name before its first full stop"},
-        {folder.path("./a.nc"), "a.nc: was not written: a file of this export has the same name"},
+        {folder.path("./a.txt"), "a.txt: was not written: a file of this export has the same name"},
     };
-    user->answers = {folder.path("a.nc")};
+    user->answers = {folder.path("a.txt")};
     choose("Cut File ANSI");
     for (const auto &[path, sentence] : refusals) {
         user->answers.push_back(path);
@@ -405,8 +413,8 @@ TEST_F(ExportDialogTest, ANameThatCannotBeWrittenIsToldInOneSentenceAndAskedForA
     run();
     EXPECT_EQ(seen.files.size(), 1);
     EXPECT_EQ(seen.sentences, QStringList("Check lining: was left out."));
-    EXPECT_EQ(folder.contents(), QStringList({"a.nc", "file", "taken.cut"}));
-    EXPECT_TRUE(user->proposals.value(1).endsWith("Check lining.nc")) << "as the one before";
+    EXPECT_EQ(folder.contents(), QStringList({"a.txt", "file", "taken.cut"}));
+    EXPECT_TRUE(user->proposals.value(1).endsWith("Check lining.txt")) << "as the one before";
     EXPECT_EQ(user->proposals.value(2), "/proc/none/a.cut") << "to be mended";
 }
 

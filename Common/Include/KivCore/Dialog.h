@@ -7,6 +7,7 @@
 
 #include <QDialog>
 
+class QDoubleSpinBox;
 class QLineEdit;
 
 namespace KivSystem {
@@ -21,8 +22,9 @@ public:
     explicit KivDialog(QWidget *parent);
     ~KivDialog() override;
 
-    /// Checks the enabled line edits of the visible page that have a KivValidatorBase, in tab
-    /// order. At the first one that fails it does what validateInput() does and returns false.
+    /// Checks the enabled line edits of the visible page that have a KivValidatorBase, and its spin
+    /// boxes, in tab order. At the first one that fails it does what validateInput() does and
+    /// returns false.
     /// The dialog itself need not be shown.
     bool validateInputs();
 
@@ -47,6 +49,9 @@ protected:
     virtual bool doValidateInputs(QString &message);
 
 private:
+    bool validateField(QWidget *field);
+    bool validateSpinBox(QDoubleSpinBox *spinBox);
+    void warnOfRange(const QWidget &field, const QString &lowest, const QString &highest);
     void warn(const QString &message);
 };
 

@@ -35,6 +35,9 @@ public:
     /// The bounds, in the unit of the program: cm, degrees or a factor.
     virtual std::pair<double, double> valueRange() const = 0;
 
+    /// The bounds as the user can type them: as valueRangeStr(), but rounded inwards.
+    virtual std::pair<QString, QString> typableRangeStr() const = 0;
+
 protected:
     KivValidatorBase(bool acceptsEmpty, double lowest, double highest, QObject *parent);
 
@@ -81,8 +84,6 @@ public:
 
     std::pair<bool, bool> validAndInRange(const QString &text) const override
     {
-        // What the user typed was rounded to decimals and may have gone through a unit.
-        constexpr double kTolerance = 1e-12;
         const QString trimmed = text.trimmed();
         if (trimmed.isEmpty()) {
             return {m_acceptsEmpty, m_acceptsEmpty};
@@ -103,7 +104,28 @@ public:
 
     std::pair<double, double> valueRange() const override { return {m_lowest, m_highest}; }
 
+    std::pair<QString, QString> typableRangeStr() const override
+    {
+        return {inwards(m_lowest, -1), inwards(m_highest, 1)};
+    }
+
 private:
+    // What the user typed was rounded to decimals and may have gone through a unit.
+    static constexpr double kTolerance = 1e-12;
+
+    // The text that is nearest to the bound and not beyond it. The shift, which doubles, never
+    // reaches the text after the nearest one: the first text is beyond by half a step at the most.
+    QString inwards(double bound, int outwards) const
+    {
+        QString text = format(bound);
+        double beyond = outwards * (parse(text).value - bound);
+        for (double shift = beyond; beyond > kTolerance; shift *= 2) {
+            text = format(bound - outwards * shift);
+            beyond = outwards * (parse(text).value - bound);
+        }
+        return text;
+    }
+
     KivParse parse(const QString &text) const { return (KivLocale(locale()).*Parse)(text); }
     QString format(double value) const
     {

@@ -21,8 +21,8 @@ public:
     MainWindow *mainWindow() const override;
 
     /// The dialog opens in the directory of the last saved file and asks before it overwrites. A
-    /// name without an extension (a letter and up to four letters and digits) gets that of the
-    /// filter in use; where the filter takes all files, that of the proposed name.
+    /// name without an extension of a filter or of the proposed name gets that of the filter in
+    /// use; where that takes all files, a name without any gets that of the proposed name.
     QString getSaveFileName(const QStringList &filters, const QString &title,
         const QString &proposedName, int *selectedFilter, QWidget *parent) override;
 

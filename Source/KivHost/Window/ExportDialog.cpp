@@ -158,6 +158,7 @@ QWidget *ExportDialog::makeProgressPage()
     auto *page = new QWidget;
     m_progress = new QLabel;
     m_progress->setWordWrap(true);
+    m_progress->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // names may be long
     auto *bar = new QProgressBar;
     bar->setRange(0, 0); // how many files will come is not known
     auto *layout = new QVBoxLayout(page);
@@ -227,6 +228,10 @@ void ExportDialog::showChosenFormat()
     m_panel->showPanel(exporter == nullptr ? nullptr : exporter->optionsPanel(),
         exporter == nullptr ? windowText("The plug-in does not offer this format yet.")
                             : windowText("This format has no options."));
+    if (QWidget *last = m_panel->lastField()) { // what is added to a window stands at the end there
+        setTabOrder(last, m_export);
+        setTabOrder(m_export, m_cancel);
+    }
     if (exporter != nullptr && exporter->optionsPanel() != nullptr) {
         m_values.emplace(chosenFormat(), ExportPanel::valuesIn(*exporter->optionsPanel()));
     }
@@ -271,8 +276,15 @@ bool ExportDialog::askExporter(
         panel->setProperty("prefOptions", panel->property("prefOptions"));
     }
     storeMarkerSettings();
+    QSettings store;
+    store.sync();
+    if (store.status() != QSettings::NoError) {
+        remarks << windowText("%1: the settings cannot be written; your options hold until the "
+                              "program ends.")
+                       .arg(store.fileName());
+    }
     remarks << unusedChanges();
-    m_panel->showPanel(nullptr, windowText("The options are stored."));
+    m_panel->showPanel(nullptr, QString());
     m_exporters.clear(); // their panels show what was stored before
     m_values.clear();
     if (!exporter.prepare(m_document)) {

@@ -4,6 +4,7 @@
 #include "WindowText.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -40,6 +41,11 @@ QString ExportFiles::add(const QString &path)
     checkNew(info.filePath());
     auto staging = std::make_unique<ExportStaging>(info.path(), info.suffix());
     const QString staged = staging->addNamedFile(info.fileName());
+    QFile file(staged); // the name may be too long, or none that the disk can have
+    if (!file.open(QIODevice::WriteOnly)) {
+        throw HostError(ExitFailed, notWritten(info.filePath(), file.errorString()));
+    }
+    file.remove();
     m_files.push_back({info.filePath(), std::move(staging)});
     return staged;
 }

@@ -1,5 +1,6 @@
 #include "ExportPanel.h"
 
+#include <QAbstractSpinBox>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -10,6 +11,23 @@
 
 namespace KivSystem {
 
+namespace {
+
+// The panel and its fields that check what is typed.
+QList<QWidget *> watchedIn(QWidget &panel)
+{
+    QList<QWidget *> watched{&panel};
+    for (QLineEdit *field : panel.findChildren<QLineEdit *>()) {
+        watched << field;
+    }
+    for (QAbstractSpinBox *field : panel.findChildren<QAbstractSpinBox *>()) {
+        watched << field;
+    }
+    return watched;
+}
+
+} // namespace
+
 ExportPanel::ExportPanel(QWidget *parent)
     : QScrollArea(parent)
     , m_text(new QLabel)
@@ -17,6 +35,7 @@ ExportPanel::ExportPanel(QWidget *parent)
 {
     setFrameShape(QFrame::NoFrame);
     setWidgetResizable(true);
+    setFocusPolicy(Qt::NoFocus); // Tab goes to the fields
     m_text->setWordWrap(true);
     m_text->setAlignment(Qt::AlignTop | Qt::AlignLeft);
     m_text->setMargin(8);
@@ -41,9 +60,8 @@ void ExportPanel::showPanel(QWidget *panel, const QString &text)
     if (panel != nullptr) {
         panel->setParent(m_frame, Qt::Widget);
         m_frame->layout()->addWidget(panel);
-        panel->installEventFilter(this);
-        for (QLineEdit *field : panel->findChildren<QLineEdit *>()) {
-            field->installEventFilter(this);
+        for (QWidget *watched : watchedIn(*panel)) {
+            watched->installEventFilter(this);
         }
         panel->show();
         width = panel->minimumSizeHint().expandedTo(panel->minimumSize()).width();
@@ -52,12 +70,21 @@ void ExportPanel::showPanel(QWidget *panel, const QString &text)
         screen()->availableGeometry().width() / 2)); // above, it scrolls
 }
 
+QWidget *ExportPanel::lastField() const
+{
+    QWidget *last = m_panel;
+    for (QWidget *next = last; next != nullptr && m_panel->isAncestorOf(next->nextInFocusChain());
+         next = next->nextInFocusChain()) {
+        last = next->nextInFocusChain();
+    }
+    return last;
+}
+
 void ExportPanel::release()
 {
     if (m_panel != nullptr) {
-        m_panel->removeEventFilter(this);
-        for (QLineEdit *field : m_panel->findChildren<QLineEdit *>()) {
-            field->removeEventFilter(this);
+        for (QWidget *watched : watchedIn(*m_panel)) {
+            watched->removeEventFilter(this);
         }
         m_frame->layout()->removeWidget(m_panel);
         m_panel->setParent(nullptr);
@@ -85,8 +112,10 @@ bool ExportPanel::eventFilter(QObject *object, QEvent *event)
         return false;
     }
     const auto *field = qobject_cast<QLineEdit *>(object);
-    const bool isMeant = field != nullptr ? !field->hasAcceptableInput() : object == m_panel;
-    return isMeant && takeKey(static_cast<QKeyEvent *>(event)->key());
+    const auto *spinBox = qobject_cast<QAbstractSpinBox *>(object);
+    const bool isWrong = (field != nullptr && !field->hasAcceptableInput()) ||
+                         (spinBox != nullptr && !spinBox->hasAcceptableInput());
+    return (isWrong || object == m_panel) && takeKey(static_cast<QKeyEvent *>(event)->key());
 }
 
 bool ExportPanel::takeKey(int key)

@@ -24,6 +24,9 @@ public:
     /// Gives the panel back.
     void release();
 
+    /// The last one of the panel on the way of the Tab key; null without a panel.
+    QWidget *lastField() const;
+
     /// The values in the fields of a panel, to tell whether the user changed one.
     static QVariantList valuesIn(const QWidget &panel);
 

@@ -172,6 +172,7 @@ int runWindow(const WindowOptions &options, const QString &plugins)
     for (const QString &file : options.files) {
         window.openFile(file);
     }
+    window.restoreArrangement();
     return QApplication::exec();
 }
 

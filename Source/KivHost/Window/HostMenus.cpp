@@ -202,22 +202,21 @@ void HostWindow::makeWindowMenu()
 {
     m_windowMenu = addMenu(*this, "&Window");
     addCommand(m_windowMenu, "tabs", "Ta&bs", "Ctrl+Shift+T", "Show one file at a time, with tabs",
-        [this] { showTabs(true); });
-    addCommand(
-        m_windowMenu, "tile", "&Tile", "Ctrl+Shift+L", "Show all files beside each other", [this] {
-            showTabs(false);
-            mdiArea()->tileSubWindows();
-        });
+        [this] { arrange(Arrangement::Tabs); });
+    addCommand(m_windowMenu, "tile", "&Tile", "Ctrl+Shift+L", "Show all files beside each other",
+        [this] { arrange(Arrangement::Tiles); });
     addCommand(m_windowMenu, "cascade", "&Cascade", "Ctrl+Shift+C",
-        "Show the files one over the other", [this] {
-            showTabs(false);
-            mdiArea()->cascadeSubWindows();
-        });
+        "Show the files one over the other", [this] { arrange(Arrangement::Cascade); });
     m_windowMenu->addSeparator();
-    addCommand(m_windowMenu, "nextWindow", "&Next", "Ctrl+F6", "Go to the next file",
-        [this] { mdiArea()->activateNextSubWindow(); });
+    addCommand(m_windowMenu, "nextWindow", "&Next", "Ctrl+F6", "Go to the next file", [this] {
+        mdiArea()->activateNextSubWindow();
+        focusChild();
+    });
     addCommand(m_windowMenu, "previousWindow", "&Previous", "Ctrl+Shift+F6",
-        "Go to the file before", [this] { mdiArea()->activatePreviousSubWindow(); });
+        "Go to the file before", [this] {
+            mdiArea()->activatePreviousSubWindow();
+            focusChild();
+        });
     addCommand(m_windowMenu, "closeAll", "Close &All", "Ctrl+Shift+W", "Close all files",
         [this] { mdiArea()->closeAllSubWindows(); });
     m_windowMenu->addSeparator();

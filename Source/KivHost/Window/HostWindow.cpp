@@ -36,7 +36,7 @@ constexpr int kLeastHeight = 200;
 const char *const kRecentKey = "window/recent_files";
 const char *const kGeometryKey = "window/geometry";
 const char *const kStateKey = "window/state";
-const char *const kTabsKey = "window/tabs";
+const char *const kArrangementKey = "window/arrangement";
 
 // An ampersand in a file's name is no mnemonic.
 QString menuText(int number, const QString &text)
@@ -101,8 +101,11 @@ HostWindow::HostWindow(QWidget *parent) : MainWindow(parent)
 
 HostWindow::~HostWindow()
 {
-    // The area goes when this class is gone already.
+    // The area and its children go when this class is gone already.
     mdiArea()->disconnect(this);
+    for (QMdiSubWindow *subWindow : mdiArea()->subWindowList()) {
+        subWindow->disconnect(this);
+    }
 }
 
 void HostWindow::setExporterFactory(ExporterFactory *factory)
@@ -157,6 +160,7 @@ void HostWindow::addChild(MdiChild *child, const QString &path)
         mdiArea()->subWindowList().size() == 1) {
         subWindow->showMaximized();
     }
+    connect(subWindow, &QMdiSubWindow::windowStateChanged, this, [this] { updateActions(); });
     if (auto *marker = qobject_cast<MarkerChild *>(child)) {
         connect(marker, &MarkerChild::zentrimViewChanged, this, [this] { updateActions(); });
         marker->showPieceList(m_pieceList->isChecked());
@@ -227,15 +231,33 @@ void HostWindow::fillWindowMenu()
     }
 }
 
-// The area makes its bar of tabs anew each time.
-void HostWindow::showTabs(bool shown)
+// The area makes its bar of tabs anew each time, and many tiles would make the window grow.
+void HostWindow::arrange(Arrangement arrangement)
 {
-    mdiArea()->setViewMode(shown ? QMdiArea::TabbedView : QMdiArea::SubWindowView);
+    const QSize before = size();
+    m_arrangement = arrangement;
+    mdiArea()->setViewMode(
+        arrangement == Arrangement::Tabs ? QMdiArea::TabbedView : QMdiArea::SubWindowView);
     for (QTabBar *tabs : mdiArea()->findChildren<QTabBar *>()) {
         tabs->setExpanding(false);
     }
+    if (arrangement == Arrangement::Tiles) {
+        mdiArea()->tileSubWindows();
+    } else if (arrangement == Arrangement::Cascade) {
+        mdiArea()->cascadeSubWindows();
+    }
+    if (!isMaximized() && !isFullScreen()) {
+        resize(before);
+    }
     nameChildren();
     m_storeTimer.start();
+}
+
+void HostWindow::focusChild()
+{
+    if (MdiChild *child = activeMdiChild()) {
+        child->setFocus();
+    }
 }
 
 void HostWindow::updateActions()
@@ -262,7 +284,9 @@ void HostWindow::updateActions()
     m_close->setEnabled(activeMdiChild() != nullptr);
     m_zentrim->setChecked(isZentrim);
     const QMdiSubWindow *current = mdiArea()->currentSubWindow();
-    setWindowTitle(current != nullptr
+    const bool addsItsName = current != nullptr && current->isMaximized() &&
+                             mdiArea()->viewMode() == QMdiArea::SubWindowView;
+    setWindowTitle(current != nullptr && !addsItsName
                        ? QStringLiteral("%1 - kivhost").arg(current->property("path").toString())
                        : QStringLiteral("kivhost"));
 }
@@ -272,7 +296,7 @@ void HostWindow::storeWindow()
     QSettings settings;
     settings.setValue(QLatin1String(kGeometryKey), saveGeometry());
     settings.setValue(QLatin1String(kStateKey), saveState());
-    settings.setValue(QLatin1String(kTabsKey), mdiArea()->viewMode() == QMdiArea::TabbedView);
+    settings.setValue(QLatin1String(kArrangementKey), static_cast<int>(m_arrangement));
 }
 
 void HostWindow::restoreWindow()
@@ -281,7 +305,9 @@ void HostWindow::restoreWindow()
     resize(QSize(kFirstWidth, kFirstHeight).boundedTo(screen()->availableGeometry().size()));
     restoreGeometry(settings.value(QLatin1String(kGeometryKey)).toByteArray());
     restoreState(settings.value(QLatin1String(kStateKey)).toByteArray());
-    showTabs(settings.value(QLatin1String(kTabsKey), true).toBool());
+    const int arrangement = settings.value(QLatin1String(kArrangementKey)).toInt();
+    arrange(static_cast<Arrangement>(
+        qBound(int(Arrangement::Tabs), arrangement, int(Arrangement::Cascade))));
 }
 
 void HostWindow::closeEvent(QCloseEvent *event)

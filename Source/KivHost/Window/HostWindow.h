@@ -50,6 +50,9 @@ public:
     /// Takes units and settings of the marker library over from the store, also into the children.
     void applySettings();
 
+    /// Lays the children as they lay when the program ended.
+    void restoreArrangement() { arrange(m_arrangement); }
+
     void chooseFiles();
     void exportMarker();
     void reloadMarker();
@@ -64,6 +67,13 @@ protected:
 
 private:
     using MarkerCommand = std::function<void(MarkerChild &)>;
+
+    enum class Arrangement
+    {
+        Tabs,
+        Tiles,
+        Cascade
+    };
 
     QAction *addCommand(QMenu *menu, const char *name, const char *text, const char *shortcut,
         const char *tip, const std::function<void()> &run);
@@ -87,7 +97,8 @@ private:
     void fillRecentMenu();
     void fillWindowMenu();
     void updateActions();
-    void showTabs(bool shown);
+    void arrange(Arrangement arrangement);
+    void focusChild();
     SceneOptions viewOptions() const;
     void applyViewOptions();
     void storeWindow();
@@ -98,6 +109,7 @@ private:
     QMenu *m_recentMenu = nullptr;
     QMenu *m_windowMenu = nullptr;
     int m_fixedWindowActions = 0;
+    Arrangement m_arrangement = Arrangement::Tabs;
     std::vector<QAction *> m_markerActions; // of use for a marker alone
     QActionGroup *m_fill = nullptr;
     QAction *m_export = nullptr;

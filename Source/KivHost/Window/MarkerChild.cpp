@@ -27,6 +27,7 @@ namespace KivSystem {
 
 namespace {
 
+constexpr int kLeastWidthForList = 480;
 const char *const kSplitterKey = "window/marker_splitter";
 
 class WaitCursor
@@ -278,7 +279,15 @@ void MarkerChild::setOptions(const SceneOptions &options)
 
 void MarkerChild::showPieceList(bool shown)
 {
-    m_list->setVisible(shown);
+    m_hasList = shown;
+    m_list->setVisible(shown && width() >= kLeastWidthForList);
+}
+
+// In a small tile the drawing takes all.
+void MarkerChild::resizeEvent(QResizeEvent *event)
+{
+    MdiChild::resizeEvent(event);
+    showPieceList(m_hasList);
 }
 
 void MarkerChild::refresh()

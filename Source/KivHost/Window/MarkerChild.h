@@ -67,6 +67,7 @@ signals:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     struct Scenes
@@ -91,6 +92,7 @@ private:
     SceneOptions m_options;
     short m_fabric = 1;
     bool m_isZentrim = false;
+    bool m_hasList = true;
     std::unique_ptr<ZentrimHold> m_hold;
     Scenes m_scenes;
     MarkerView *m_view = nullptr;

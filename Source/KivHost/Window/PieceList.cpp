@@ -74,6 +74,7 @@ PieceList::PieceList(QWidget *parent)
     m_filter->setToolTip(windowText("Lists the pieces alone that have all of these words"));
     m_filter->setAccessibleName(windowText("Find piece"));
     m_filter->setClearButtonEnabled(true);
+    leaveControlKeys(*m_filter);
     m_tabs->addTab(m_placed, QString());
     m_tabs->addTab(m_toPlace, QString());
     m_tabs->setDocumentMode(true);

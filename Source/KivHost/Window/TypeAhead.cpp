@@ -30,11 +30,37 @@ public:
     }
 };
 
+// The editing keys of another system that Qt knows for text fields.
+class ControlKeyLeaver : public QObject
+{
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() != QEvent::ShortcutOverride) {
+            return QObject::eventFilter(watched, event);
+        }
+        const auto &key = static_cast<QKeyEvent &>(*event);
+        const bool isLeft = key.modifiers() == Qt::ControlModifier &&
+                            (key.key() == Qt::Key_E || key.key() == Qt::Key_K);
+        if (isLeft) {
+            event->ignore();
+        }
+        return isLeft;
+    }
+};
+
 } // namespace
 
 void keepTypedLetters(QWidget &list)
 {
     list.installEventFilter(new LetterKeeper(&list));
+}
+
+void leaveControlKeys(QWidget &field)
+{
+    field.installEventFilter(new ControlKeyLeaver(&field));
 }
 
 } // namespace KivSystem

@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QSettings>
 
 #include <algorithm>
@@ -34,7 +35,7 @@ QString lastDirectory()
 // Where none names the extension, the last, which takes all files.
 int filterFor(const QStringList &filters, const QString &extension)
 {
-    const QString pattern = QStringLiteral("*.") + extension;
+    const QRegularExpression pattern(QStringLiteral("\\*\\.%1\\b").arg(extension));
     const auto found = std::find_if(filters.begin(), filters.end(),
         [&pattern](const QString &filter) { return filter.contains(pattern); });
     return found != filters.end() ? static_cast<int>(found - filters.begin()) : filters.size() - 1;
@@ -86,10 +87,13 @@ QString WindowUserInterface::askForExportFile(
             }
             return QString();
         }
-        QSettings().setValue(QLatin1String(kDirectoryKey), QFileInfo(path).absolutePath());
         try {
             const QString staged = m_listener->stageFile(path);
-            m_extension = QFileInfo(path).suffix();
+            QSettings().setValue(QLatin1String(kDirectoryKey), QFileInfo(path).absolutePath());
+            const QString extension = QRegularExpression::escape(QFileInfo(path).suffix());
+            if (!extension.isEmpty() && filterFor(filters, extension) < filters.size() - 1) {
+                m_extension = extension;
+            }
             return staged;
         } catch (const HostError &error) {
             m_dialogs.displayWarning(error.sentence(), QString(), parentFor(nullptr));
