@@ -271,7 +271,7 @@ TEST_F(WindowTest, TheWheelZoomsAboutTheMouseAndTheMiddleButtonPans)
     QTest::keyClick(&view, Qt::Key_Plus);
     EXPECT_GT(view.zoom(), fitted);
     QTest::keyClick(&view, Qt::Key_F);
-    window->resize(window->width() * 3 / 4, window->height());
+    window->resize(window->width() * 9 / 10, window->height());
     QApplication::processEvents();
     EXPECT_LT(view.zoom(), fitted) << "what is fitted stays so";
 }

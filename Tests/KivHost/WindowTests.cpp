@@ -18,6 +18,7 @@
 #include <QMimeData>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTableView>
 #include <QToolBar>
 #include <QTreeWidget>
 #include <QUrl>
@@ -151,6 +152,26 @@ TEST_F(WindowTest, FilesOfOneNameAreToldApartByTheirFolders)
     EXPECT_EQ(titles(), (QStringList{"a.mar (" + top + ")", "a.mar (a)"}));
     close();
     EXPECT_EQ(titles(), QStringList("a.mar"));
+}
+
+TEST_F(WindowTest, AnExportedFileIsShownAsItIsNow)
+{
+    const auto rows = [this] {
+        return window->activeMdiChild()->findChild<QTableView *>()->model()->rowCount();
+    };
+    const QString path = folder.write("a.txt", "a\tb\n");
+    ASSERT_TRUE(window->openFile(path));
+    EXPECT_EQ(rows(), 1);
+    folder.write("a.txt", "a\tb\nc\td\n");
+    ASSERT_TRUE(window->openFile(path)); // from the report of the next export
+    EXPECT_EQ(rows(), 2);
+    folder.write("a.txt", "a\tb\nc\td\ne\tf\n");
+    action("reload").trigger();
+    EXPECT_EQ(rows(), 3);
+    EXPECT_EQ(window->mdiArea()->subWindowList().size(), 1);
+    const QString other = folder.write("a.xyz", "abc");
+    EXPECT_FALSE(window->openFile(other));
+    EXPECT_EQ(user->warnings.back().message, other + ": is neither a marker nor an exported file");
 }
 
 TEST_F(WindowTest, FilesAreDroppedOnTheWindow)

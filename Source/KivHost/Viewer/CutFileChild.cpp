@@ -118,11 +118,12 @@ QWidget *CutFileChild::makeLegend()
         row->addWidget(new QLabel(nameOf(kind)));
         row->addSpacing(10);
     }
-    row->addStretch(1);
     m_place = new QLabel;
     m_place->setObjectName(QStringLiteral("place"));
     m_place->setToolTip(windowText("Where the head is, and what it does"));
-    row->addWidget(m_place);
+    m_place->setWordWrap(true);
+    m_place->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    row->addWidget(m_place, 1);
     return legend;
 }
 

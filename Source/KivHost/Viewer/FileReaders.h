@@ -71,6 +71,7 @@ struct TableFile
     std::vector<QStringList> rows;
     int columns = 0;           ///< of the longest row
     bool isSingleByte = false; ///< read as Windows-1252, being no valid UTF-8
+    QString doubt;             ///< why the separator that was found out could not be used
 };
 
 /// What separates the fields of a table.

@@ -94,7 +94,7 @@ private:
         switch (name) {
         case 'm':
             need(2, word);
-            m_path = {pointOf(0)};
+            startPart();
             break;
         case 'L':
         case 'l':
@@ -169,11 +169,25 @@ private:
         m_path.append(pointOf(0));
     }
 
+    // A path may have several parts, which are drawn together.
+    void startPart()
+    {
+        if (m_path.size() > 1) {
+            m_openParts.push_back(m_path);
+        }
+        m_path = {pointOf(0)};
+    }
+
+    // Only the last part can be closed.
     void stroke(bool closed)
     {
         if (m_path.isEmpty()) {
             m_lines.fail(QStringLiteral("there is no path to draw"));
         }
+        for (const QVector<QPointF> &part : m_openParts) {
+            m_picture.layers[0].strokes.push_back({StrokeKind::Cut, part, false, m_line, {}});
+        }
+        m_openParts.clear();
         m_picture.layers[0].strokes.push_back({StrokeKind::Cut, m_path, closed, m_line, {}});
         m_path.clear();
     }
@@ -207,6 +221,7 @@ private:
     Picture m_picture;
     std::vector<double> m_operands;
     QVector<QPointF> m_path;
+    std::vector<QVector<QPointF>> m_openParts; // in front of it
     QColor m_fill = Qt::black;
     QColor m_line = Qt::black;
     QPointF m_textPlace;

@@ -6,6 +6,7 @@
 #include <QBoxLayout>
 #include <QDoubleSpinBox>
 #include <QLabel>
+#include <QLocale>
 #include <QSettings>
 #include <QSignalBlocker>
 
@@ -82,6 +83,9 @@ void PaceFields::add(const Field &field)
         m_pace.*field.value = qBound(field.least(), stored, field.most());
     }
     auto *box = new QDoubleSpinBox;
+    QLocale locale; // an English 7,5 is not 75
+    locale.setNumberOptions(QLocale::OmitGroupSeparator | QLocale::RejectGroupSeparator);
+    box->setLocale(locale);
     box->setObjectName(key);
     box->setToolTip(windowText(field.tip));
     connect(box, qOverload<double>(&QDoubleSpinBox::valueChanged), this,

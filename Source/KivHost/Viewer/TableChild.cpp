@@ -1,6 +1,7 @@
 #include "TableChild.h"
 
 #include "Console.h"
+#include "HostSettings.h"
 #include "ViewedFile.h"
 #include "Window/WindowText.h"
 
@@ -18,8 +19,6 @@
 namespace KivSystem {
 
 namespace {
-
-constexpr int kLongestSeparator = 8;
 
 // The repeated values of a field, and its lines, in one line.
 QString cellText(QString field)
@@ -51,7 +50,7 @@ public:
         const QStringList &fields = m_file.rows[static_cast<std::size_t>(index.row())];
         const QString field = cellText(fields.value(index.column()));
         return role == Qt::DisplayRole   ? QVariant(field)
-               : role == Qt::ToolTipRole ? QVariant(field.toHtmlEscaped())
+               : role == Qt::ToolTipRole ? QVariant(plainToolTip(field))
                                          : QVariant();
     }
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override
@@ -64,6 +63,11 @@ public:
 private:
     TableFile m_file;
 };
+
+const SettingType &separatorType()
+{
+    return findSetting(QStringLiteral("field_separator"))->type;
+}
 
 QTableView *makeTable()
 {
@@ -106,14 +110,14 @@ QHBoxLayout *TableChild::makeChoice(const QString &separator)
     m_separator->addItem(windowText("Other"));
     m_other = new QLineEdit;
     m_other->setObjectName(QStringLiteral("otherSeparator"));
-    m_other->setMaxLength(kLongestSeparator);
     m_other->setMaximumWidth(80);
     m_other->setAccessibleName(windowText("Other separator"));
-    m_other->setToolTip(windowText("The separator, where it is none of the list"));
+    m_other->setToolTip(windowText("The separator, where it is none of the list; \\t, \\n, \\r, "
+                                   "\\\\ and \\xHH stand for bytes"));
     const int other = m_separator->count() - 1;
     const int listed = separator.isEmpty() ? other - 1 : m_separator->findData(separator);
     m_separator->setCurrentIndex(listed < 0 ? other : listed);
-    m_other->setText(listed < 0 ? separator : QString());
+    m_other->setText(listed < 0 ? separatorType().format(separator.toUtf8()) : QString());
     m_other->setEnabled(listed < 0);
     connect(m_separator, qOverload<int>(&QComboBox::currentIndexChanged), this, [=](int chosen) {
         m_other->setEnabled(chosen == other);
@@ -136,26 +140,33 @@ QHBoxLayout *TableChild::makeChoice(const QString &separator)
     return row;
 }
 
-QString TableChild::chosenSeparator() const
+// None while it is still to be typed.
+std::optional<QString> TableChild::chosenSeparator() const
 {
-    return m_other->isEnabled() ? m_other->text() : m_separator->currentData().toString();
+    if (!m_other->isEnabled()) {
+        return m_separator->currentData().toString();
+    }
+    const QVariant bytes = separatorType().parse(m_other->text());
+    const bool isTyped = bytes.isValid() && !m_other->text().isEmpty();
+    return isTyped ? std::optional(QString::fromUtf8(bytes.toByteArray())) : std::nullopt;
 }
 
 // A fault leaves the table as it is.
 void TableChild::readAgain()
 {
-    if (m_other->isEnabled() && m_other->text().isEmpty()) {
-        return; // it is still to be typed
+    const std::optional<QString> separator = chosenSeparator();
+    if (!separator) {
+        return;
     }
     try {
-        FileContent content = readExportedFile(m_path, chosenSeparator());
+        FileContent content = readExportedFile(m_path, separator);
         if (auto *table = std::get_if<TableFile>(&content)) {
             show(std::move(*table));
         } else {
             m_sum->setText(windowText("%1: the file is no report any more").arg(m_path));
         }
     } catch (const HostError &error) {
-        m_sum->setText(error.sentence());
+        m_sum->setText(windowText("still with the separator of before: %1").arg(error.sentence()));
     }
 }
 
@@ -165,6 +176,9 @@ void TableChild::show(TableFile table)
     QString sum = windowText("lines: %1   columns: %2").arg(table.rows.size()).arg(table.columns);
     if (table.isSingleByte) {
         sum += QStringLiteral("   ") + windowText("read as Windows-1252");
+    }
+    if (!table.doubt.isEmpty()) {
+        sum += QStringLiteral("   ") + windowText("without a separator: %1").arg(table.doubt);
     }
     m_sum->setText(sum);
     const int columns = std::min(table.columns, mostMeasured);

@@ -5,6 +5,8 @@
 #include "FileReaders.h"
 #include "KivCore/MainWindow.h"
 
+#include <optional>
+
 class QComboBox;
 class QHBoxLayout;
 class QLabel;
@@ -23,7 +25,7 @@ public:
 
 private:
     QHBoxLayout *makeChoice(const QString &separator);
-    QString chosenSeparator() const;
+    std::optional<QString> chosenSeparator() const;
     void readAgain();
     void show(TableFile table);
 

@@ -176,6 +176,13 @@ QString separatorWithMost(Count count)
     return found;
 }
 
+QString doubledWhereAllAre(const QString &separator, const QString &text)
+{
+    const QString doubled = separator + separator;
+    const bool areAll = !QString(text).remove(doubled).contains(separator);
+    return areAll && evenColumns(text, doubled) > 0 ? doubled : separator;
+}
+
 // What stands between quotes separates nothing.
 QString firstLineOutsideOfQuotes(const QString &text)
 {
@@ -202,7 +209,7 @@ QString separatorOf(const QString &whole, const QString &usual)
     }
     const QString tab = QStringLiteral("\t");
     const bool hasTab = text.section(QLatin1Char('\n'), 0, 0).contains(tab);
-    if (evenColumns(text, usual) > 0 && (!hasTab || evenColumns(text, tab) == 0)) {
+    if (evenColumns(text, usual) > (hasTab ? evenColumns(text, tab) : 0)) {
         return usual;
     }
     if (hasTab) {
@@ -211,7 +218,7 @@ QString separatorOf(const QString &whole, const QString &usual)
     const QString even = separatorWithMost(
         [&text](const QString &separator) { return evenColumns(text, separator); });
     if (!even.isEmpty()) {
-        return even;
+        return doubledWhereAllAre(even, text);
     }
     // Rows may be of different lengths: the export leaves some unfinished.
     const QString line = firstLineOutsideOfQuotes(text);
@@ -229,6 +236,18 @@ QString shown(const QString &field)
     return text.size() > kShownLetters ? text.left(kShownLetters - 1) + QChar(0x2026) : text;
 }
 
+// A guess must not keep the file from being read.
+TableFile readWithAnySeparator(const QString &text, const QString &usual)
+{
+    try {
+        return TableReader(text, separatorOf(text, usual)).read();
+    } catch (const ReadFault &fault) {
+        TableFile table = TableReader(text, QString()).read();
+        table.doubt = QString::fromUtf8(fault.what());
+        return table;
+    }
+}
+
 } // namespace
 
 TableFile readTableFile(const QByteArray &bytes, const TableForm &form)
@@ -239,8 +258,8 @@ TableFile readTableFile(const QByteArray &bytes, const TableForm &form)
         throw ReadFault(QStringLiteral("the file is empty"));
     }
     requireText(text);
-    TableFile table =
-        TableReader(text, form.separator ? *form.separator : separatorOf(text, form.usual)).read();
+    TableFile table = form.separator ? TableReader(text, *form.separator).read()
+                                     : readWithAnySeparator(text, form.usual);
     table.isSingleByte = isSingleByte;
     return table;
 }
@@ -268,6 +287,10 @@ Picture pictureOf(const TableFile &table)
     }
     for (const double edge : edges) {
         line(edge, 0, edge, -rows * lineHeight);
+    }
+    for (std::size_t column = 0; column + 1 < edges.size(); ++column) { // numbers of the columns
+        layer.texts.push_back({{edges[column] + letter, 0.3 * lineHeight}, QString::number(column),
+            0.36, 0, false, {}, edges[column + 1] - edges[column] - letter});
     }
     for (int row = 0; row < rows; ++row) {
         const QStringList &fields = table.rows[static_cast<std::size_t>(row)];

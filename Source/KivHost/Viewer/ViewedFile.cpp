@@ -39,6 +39,18 @@ bool hasEastmanLines(const QString &text)
     return !text.contains(QLatin1Char('*')) && record.match(text).hasMatch();
 }
 
+// Reports and labels may be stored under the extension of cut files.
+bool isTabbed(const QString &text)
+{
+    return text.section(QLatin1Char('\n'), 0, 0).contains(QLatin1Char('\t'));
+}
+
+bool isPlainText(const QString &text)
+{
+    static const QRegularExpression noText(QStringLiteral("[\\x00-\\x08\\x0e-\\x1b\\x7f*]"));
+    return text.contains(QLatin1Char('\n')) && !text.contains(noText);
+}
+
 FileKind kindByName(const QString &text, const QString &path)
 {
     const QString extension = QFileInfo(path).suffix().toLower();
@@ -46,10 +58,9 @@ FileKind kindByName(const QString &text, const QString &path)
         return FileKind::Table;
     }
     if (extension == QLatin1String("cut")) {
-        // Reports may be stored under the same extension.
-        const bool isReport = text.section(QLatin1Char('\n'), 0, 0).contains(QLatin1Char('\t'));
-        return isReport                ? FileKind::Table
+        return isTabbed(text)          ? FileKind::Table
                : hasEastmanLines(text) ? FileKind::EastmanCut
+               : isPlainText(text)     ? FileKind::Table
                                        : FileKind::AnsiCut;
     }
     if (extension == QLatin1String("dxf")) {

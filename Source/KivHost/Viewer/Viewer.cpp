@@ -62,7 +62,7 @@ public:
     {
         if (event->type() == QEvent::ToolTip && index.isValid() &&
             sizeHint(option, index).width() > view->visualRect(index).width()) {
-            QToolTip::showText(event->globalPos(), index.data().toString().toHtmlEscaped(), view);
+            QToolTip::showText(event->globalPos(), plainToolTip(index.data().toString()), view);
             return true;
         }
         return QStyledItemDelegate::helpEvent(event, view, option, index);

@@ -19,6 +19,7 @@
 #include "WindowUserInterface.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QIcon>
@@ -31,6 +32,7 @@ namespace KivSystem {
 
 namespace {
 
+constexpr int kStartSize = 4096;
 const char *const kDirectoryKey = "window/open_directory";
 
 void warn(const QString &sentence, QWidget *parent)
@@ -59,6 +61,19 @@ bool isMarkerName(const QString &path)
     return QFileInfo(path).suffix().compare(QLatin1String("mar"), Qt::CaseInsensitive) == 0;
 }
 
+// A file of another kind is told as such, and not by what a marker's reader stumbles upon.
+void requireMarkerFile(const QString &path)
+{
+    QFile file(path);
+    const bool isOther = !isMarkerName(path) && QFileInfo(path).isFile() &&
+                         file.open(QIODevice::ReadOnly) &&
+                         !file.read(kStartSize).trimmed().startsWith('{');
+    if (isOther) {
+        throw HostError(
+            ExitUnreadable, windowText("%1: is neither a marker nor an exported file").arg(path));
+    }
+}
+
 // As on the desktop, also for a program that is not installed.
 QIcon programIcon()
 {
@@ -81,6 +96,7 @@ bool HostWindow::openFile(const QString &path)
         if (!isMarkerName(absolute) && QFileInfo(absolute).isFile() && canView(absolute)) {
             addChild(makeViewer(absolute).release(), absolute);
         } else {
+            requireMarkerFile(absolute);
             addChild(new MarkerChild(loadMarker(absolute), viewOptions()), absolute);
         }
     });
@@ -117,11 +133,16 @@ void HostWindow::exportMarker()
     }
 }
 
-// A file that cannot be read any more leaves the marker open as it was.
-void HostWindow::reloadMarker()
+// A file that cannot be read any more leaves the child as it was.
+void HostWindow::reload()
 {
-    if (MarkerChild *marker = activeMarker()) {
+    MarkerChild *marker = activeMarker();
+    QMdiSubWindow *subWindow = mdiArea()->currentSubWindow();
+    if (marker != nullptr) {
         runWarning(this, [&] { marker->setDocument(loadMarker(marker->path())); });
+    } else if (subWindow != nullptr) {
+        runWarning(this,
+            [&] { replaceChild(*subWindow, makeViewer(subWindow->property("path").toString())); });
     }
 }
 

@@ -194,8 +194,7 @@ void HostWindow::makeMarkerMenu()
     addMarkerCommand(menu, "previousFabric", "&Previous Fabric", "Ctrl+PgUp",
         "Show the fabric before this one", step(-1));
     menu->addSeparator();
-    addMarkerCommand(menu, "reload", "&Reload", "F5", "Read the marker's file again",
-        [this](MarkerChild &) { reloadMarker(); });
+    addCommand(menu, "reload", "&Reload", "F5", "Read the file again", [this] { reload(); });
 }
 
 void HostWindow::makeWindowMenu()

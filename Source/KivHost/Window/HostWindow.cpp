@@ -8,6 +8,7 @@
 #include <QAction>
 #include <QActionGroup>
 #include <QCloseEvent>
+#include <QDateTime>
 #include <QDragEnterEvent>
 #include <QFileInfo>
 #include <QMdiArea>
@@ -45,6 +46,13 @@ QString menuText(int number, const QString &text)
     shown.replace(QLatin1Char('&'), QLatin1String("&&"));
     return number < 10 ? QStringLiteral("&%1  %2").arg(number).arg(shown)
                        : QStringLiteral("%1  %2").arg(number).arg(shown);
+}
+
+// Differs when the file was written anew.
+QString stateOf(const QString &path)
+{
+    const QFileInfo file(path);
+    return QStringLiteral("%1 %2").arg(file.size()).arg(file.lastModified().toMSecsSinceEpoch());
 }
 
 // The name of a file with so many of its folders.
@@ -141,10 +149,29 @@ bool HostWindow::activateChildOf(const QString &path)
         // One that is closed goes with the next event.
         if (!subWindow->isHidden() && subWindow->property("path").toString() == path) {
             mdiArea()->setActiveSubWindow(subWindow);
+            // What was exported anew must not be shown as it was; a marker waits for its F5.
+            const bool isOld = subWindow->property("state").toString() != stateOf(path);
+            if (isOld && activeMarker() == nullptr) {
+                reload();
+            }
             return true;
         }
     }
     return false;
+}
+
+void HostWindow::replaceChild(QMdiSubWindow &subWindow, std::unique_ptr<MdiChild> child)
+{
+    const std::unique_ptr<QWidget> old(subWindow.widget());
+    subWindow.setWidget(nullptr);
+    child->setMinimumSize(kLeastWidth, kLeastHeight);
+    MdiChild *shown = child.release();
+    subWindow.setWidget(shown);
+    shown->show();
+    shown->setFocus();
+    subWindow.setProperty("state", stateOf(subWindow.property("path").toString()));
+    nameChildren();
+    updateActions();
 }
 
 void HostWindow::addChild(MdiChild *child, const QString &path)
@@ -153,6 +180,7 @@ void HostWindow::addChild(MdiChild *child, const QString &path)
     addMdiChild(child);
     QMdiSubWindow *subWindow = mdiArea()->currentSubWindow();
     subWindow->setProperty("path", path);
+    subWindow->setProperty("state", stateOf(path));
     for (QAction *action : subWindow->systemMenu()->actions()) {
         action->setShortcut(QKeySequence()); // two actions of one key do nothing at all
     }
@@ -168,6 +196,7 @@ void HostWindow::addChild(MdiChild *child, const QString &path)
     addRecentFile(path);
     nameChildren();
     updateActions();
+    child->setFocus();
 }
 
 // Again whenever one comes or goes.
@@ -206,9 +235,12 @@ void HostWindow::fillRecentMenu()
 {
     m_recentMenu->clear();
     int number = 0;
-    for (const QString &path : recentFiles()) {
+    const QStringList files = recentFiles();
+    for (const QString &path : files) {
+        QStringList others = files;
+        others.removeAll(path);
         QAction *action = m_recentMenu->addAction(
-            menuText(++number, QFileInfo(path).fileName()), this, [this, path] { openFile(path); });
+            menuText(++number, titleOf(path, others)), this, [this, path] { openFile(path); });
         action->setToolTip(path);
         action->setStatusTip(path);
     }
@@ -269,6 +301,7 @@ void HostWindow::updateActions()
     for (const char *name : {"zoomIn", "zoomOut", "fit"}) {
         findChild<QAction *>(QLatin1String(name))->setEnabled(activeView() != nullptr);
     }
+    findChild<QAction *>(QStringLiteral("reload"))->setEnabled(activeMdiChild() != nullptr);
     const bool isZentrim = marker != nullptr && marker->isZentrimView();
     for (const char *name : {"selectAll", "selectNone", "find", "fitSelection"}) {
         findChild<QAction *>(QLatin1String(name))->setEnabled(marker != nullptr && !isZentrim);

@@ -13,6 +13,7 @@
 
 class QAction;
 class QActionGroup;
+class QMdiSubWindow;
 class QMenu;
 
 namespace KivSystem {
@@ -55,7 +56,7 @@ public:
 
     void chooseFiles();
     void exportMarker();
-    void reloadMarker();
+    void reload();
     void editSettings();
 
 protected:
@@ -92,6 +93,7 @@ private:
 
     bool activateChildOf(const QString &path);
     void addChild(MdiChild *child, const QString &path);
+    void replaceChild(QMdiSubWindow &subWindow, std::unique_ptr<MdiChild> child);
     void nameChildren();
     void addRecentFile(const QString &path);
     void fillRecentMenu();

@@ -27,7 +27,7 @@ namespace KivSystem {
 
 namespace {
 
-constexpr int kLeastWidthForList = 480;
+constexpr int kLeastWidthForList = 640;
 const char *const kSplitterKey = "window/marker_splitter";
 
 class WaitCursor
@@ -397,7 +397,7 @@ void MarkerChild::showStatus()
         messages.size() < 2
             ? messages.join(QString())
             : windowText("1 of %1: %2").arg(QString::number(messages.size()), messages.first()));
-    m_messages->setToolTip(messages.join(QLatin1Char('\n')).toHtmlEscaped());
+    m_messages->setToolTip(plainToolTip(messages.join(QLatin1Char('\n'))));
 }
 
 QString MarkerChild::statusText() const

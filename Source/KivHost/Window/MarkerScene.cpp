@@ -303,7 +303,7 @@ void MarkerScene::addLayer(const Place &place)
     name.room = kShareOfLength * place.length;
     name.elided = true;
     auto *nameItem = new SceneTextItem(name, QColor(0x4b, 0x55, 0x63), kLeastLayerName);
-    nameItem->setToolTip(name.lines.first().toHtmlEscaped());
+    nameItem->setToolTip(plainToolTip(name.lines.first()));
     addItem(nameItem);
 
     addStripes(rect);
@@ -339,7 +339,7 @@ LineItem &MarkerScene::addLine(const QLineF &line, const QPen &pen, const QStrin
     QPainterPath path(line.p1());
     path.lineTo(line.p2());
     LineItem &item = addLine(path, pen, GuideHeight);
-    item.setToolTip(toolTip.toHtmlEscaped());
+    item.setToolTip(plainToolTip(toolTip));
     return item;
 }
 

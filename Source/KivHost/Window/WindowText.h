@@ -5,12 +5,20 @@
 
 #include <QCoreApplication>
 #include <QString>
+#include <QTextDocument>
 
 namespace KivSystem {
 
 inline QString windowText(const char *english)
 {
     return QCoreApplication::translate("KivHost", english);
+}
+
+/// A tool tip that shows the text as it stands, also one that Qt would take for HTML.
+inline QString plainToolTip(const QString &text)
+{
+    const QString asHtml = text.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>"));
+    return Qt::mightBeRichText(text) ? QStringLiteral("<qt>%1</qt>").arg(asHtml) : text;
 }
 
 } // namespace KivSystem
