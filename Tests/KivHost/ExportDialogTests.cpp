@@ -25,6 +25,7 @@
 #include <QListWidget>
 #include <QMessageBox>
 #include <QProcess>
+#include <QRadioButton>
 #include <QSettings>
 #include <QTest>
 #include <QTreeWidget>
@@ -456,6 +457,19 @@ TEST_F(ExportDialogTest, AnOlderFileIsReplacedAndStaysWhenTheExportFails)
     EXPECT_EQ(seen.sentences.size(), 1);
     EXPECT_TRUE(seen.sentences.value(0).contains("ANSI.xml")) << seen.sentences.join('|');
     EXPECT_EQ(folder.read("a.cut"), now);
+}
+
+TEST_F(ExportDialogTest, ATextFileWhoseFieldsHaveNoSeparatorIsRemarkedUpon)
+{
+    load(kTrousers);
+    user->answers = {folder.path("a.txt")};
+    choose(
+        "Text File", [](QWidget &dialog) { in<QRadioButton>(dialog, "radioFiledOther").click(); });
+    acceptFields();
+    readReport();
+    run();
+    EXPECT_EQ(seen.files.size(), 1);
+    EXPECT_TRUE(seen.sentences.value(0).startsWith("The fields have no separator"));
 }
 
 TEST_F(ExportDialogTest, ARefusedFabricFailsTheFormat)

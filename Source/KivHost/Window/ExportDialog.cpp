@@ -42,6 +42,13 @@ enum Page
     ReportPage
 };
 
+// The panel of the text file takes an empty one.
+bool hasNoSeparator(const FileFormat &format)
+{
+    const Setting &separator = *findSetting(QStringLiteral("field_separator"));
+    return format.tag == QLatin1String("txt") && currentText(separator, QSettings()).isEmpty();
+}
+
 class ExportDialog final : public KivDialog
 {
 public:
@@ -320,7 +327,7 @@ QStringList ExportDialog::unusedChanges() const
 void ExportDialog::startExport()
 {
     const FileFormat &format = m_formats[static_cast<std::size_t>(chosenFormat())];
-    const auto exporter = exporterOf(chosenFormat());
+    auto exporter = exporterOf(chosenFormat());
     QSettings().setValue(QLatin1String(kFormatKey), format.name);
     QStringList remarks;
     ExportReport report;
@@ -335,6 +342,10 @@ void ExportDialog::startExport()
         report.faults << notWritten(format.name, QString::fromUtf8(error.what()));
     }
     report.format = format.name;
+    exporter.reset(); // some store their options as they go
+    if (!report.written.empty() && hasNoSeparator(format)) {
+        remarks << windowText("The fields have no separator: nobody can tell them apart.");
+    }
     if (report.isEmpty()) { // every question was cancelled
         goBack();
     } else {
