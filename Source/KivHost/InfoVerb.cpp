@@ -216,15 +216,8 @@ CutStatistics cutsOf(const DocumentMak &document, short fabric, SvgOptions::SvgC
     options.setCheckRange(false);
     CutStatistics sum;
     for (const QDomDocument &cuts : document.toSVG(options, fabric)) {
-        const CutStatistics part =
-            measureCuts(cuts, static_cast<NotchOrder>(settings.getCutOrderCrans()),
-                static_cast<CutLine>(settings.getCutInternalOrder()));
-        sum.objects += part.objects;
-        sum.holes += part.holes;
-        sum.plunges += part.plunges;
-        sum.frameAdvances += part.frameAdvances;
-        sum.cutLength += part.cutLength;
-        sum.idleLength += part.idleLength;
+        sum += measureCuts(cuts, static_cast<NotchOrder>(settings.getCutOrderCrans()),
+            static_cast<CutLine>(settings.getCutInternalOrder()));
     }
     return sum;
 }

@@ -21,6 +21,17 @@ struct CutStatistics
     int frameAdvances = 0; ///< of the conveyor
     double cutLength = 0;  ///< with the knife down
     double idleLength = 0; ///< with the knife up, from (0, 0) to the end of the last cut
+
+    CutStatistics &operator+=(const CutStatistics &other)
+    {
+        objects += other.objects;
+        holes += other.holes;
+        plunges += other.plunges;
+        frameAdvances += other.frameAdvances;
+        cutLength += other.cutLength;
+        idleLength += other.idleLength;
+        return *this;
+    }
 };
 
 /// One thing that the tool does. Centimetres in the document's scale.

@@ -275,12 +275,7 @@ void ZentrimScene::addWay(const QDomDocument &document, CutStatistics &sum)
     if (!first.isNull()) {
         addSign(arrow(), first.center(), kIdle)->setRotation(first.angle());
     }
-    sum.objects += part.objects;
-    sum.holes += part.holes;
-    sum.plunges += part.plunges;
-    sum.frameAdvances += part.frameAdvances;
-    sum.cutLength += part.cutLength;
-    sum.idleLength += part.idleLength;
+    sum += part;
 }
 
 // As large on the screen at each zoom; the shape's y goes downward.
