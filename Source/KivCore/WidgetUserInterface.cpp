@@ -103,7 +103,9 @@ QString WidgetUserInterface::getSaveFileName(const QStringList &filters, const Q
         const QString filter = dialog.selectedNameFilter();
         const QString path =
             completed(dialog.selectedFiles().constFirst(), filter, filters, proposedName);
-        if (!QFileInfo(path).isFile() || mayReplace(path, dialog)) {
+        const QFileInfo file(path);
+        const bool isReplaced = file.isFile() && file.isWritable(); // else who writes tells why
+        if (!isReplaced || mayReplace(path, dialog)) {
             m_lastDirectory = dialog.directory().absolutePath();
             if (selectedFilter && filters.contains(filter)) {
                 *selectedFilter = filters.indexOf(filter);

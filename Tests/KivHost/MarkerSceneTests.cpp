@@ -242,6 +242,18 @@ TEST(MarkerScene, GuideLinesEndWithTheirLayer)
     EXPECT_EQ(found, QStringList({"across", "along"}));
 }
 
+TEST(MarkerScene, AFusedGroupHasTheOutlineOfItsBlock)
+{
+    const auto document = loadMarker(kTshirt);
+    CDbMarkerDrawing &drawing = *document->drawing();
+    CDbGrPolysObject &group = *drawing.getFabric(0)->findLayer(1)->groups.front();
+    const MarkerScene before(drawing, *drawing.getFabric(0), {});
+    group.fusion(false, 0, true, 0.0001, 0, 0, 0, nullptr);
+    ASSERT_TRUE(group.isAllPolysInFusion());
+    const MarkerScene after(drawing, *drawing.getFabric(0), {});
+    EXPECT_EQ(after.items().size(), before.items().size() + 1);
+}
+
 TEST(MarkerScene, ALayersNameIsNoLongerThanTheLayerAtAnyZoom)
 {
     const auto document = loadMarker(kTshirt);

@@ -414,6 +414,10 @@ void MarkerScene::addGroup(const CDbGrPolysObject &group, const Place &place, co
         }
         addTexts(sceneTexts(polygon->polygonTexts), shift);
     }
+    if (group.blockingFusion != nullptr) { // as its pieces would be cut in one
+        const QPainterPath block = contourPath(*group.getFirstContourBlockingFusion());
+        addLine(block.translated(shift), QPen(QColor(0x0f, 0x76, 0x6e), 2), DetailHeight);
+    }
     addTexts(sceneTexts(group.texts), shift);
 }
 
