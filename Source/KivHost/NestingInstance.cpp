@@ -117,7 +117,7 @@ QJsonObject InstanceReader::readRoot() const
 {
     QFile file(m_path);
     m_fault.open(file);
-    const QByteArray bytes = file.read(kLargestNestingFile);
+    const QByteArray bytes = file.readAll(); // the size was checked
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
     if (error.error != QJsonParseError::NoError) {

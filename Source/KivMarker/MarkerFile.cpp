@@ -49,7 +49,9 @@ std::unique_ptr<DocumentMak> MarkerFile::load(const QString &path)
         failFile(path, QStringLiteral("$: cannot be opened (%1), expected a marker file")
                            .arg(file.errorString()));
     }
-    const QByteArray bytes = file.read(kLargestFile + 1);
+    // read() takes memory for all that it is allowed to read.
+    const QByteArray bytes =
+        file.size() > kLargestFile ? file.read(kLargestFile + 1) : file.readAll();
     if (file.error() != QFileDevice::NoError) {
         failFile(path, QStringLiteral("$: cannot be read (%1), expected a marker file")
                            .arg(file.errorString()));

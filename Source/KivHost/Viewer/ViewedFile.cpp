@@ -77,6 +77,20 @@ QString usualSeparator()
     return text.isEmpty() ? TableForm().usual : text;
 }
 
+// The size of a device or a pipe is not known. Stops behind more than is taken.
+QByteArray readParts(QFile &file)
+{
+    constexpr qint64 partSize = 1024 * 1024;
+    QByteArray all;
+    for (QByteArray part = file.read(partSize); !part.isEmpty(); part = file.read(partSize)) {
+        all += part;
+        if (all.size() > kLargestFile) {
+            break;
+        }
+    }
+    return all;
+}
+
 FileContent read(const QByteArray &bytes, FileKind kind, const TableForm &form)
 {
     if (bytes.isEmpty()) {
@@ -131,8 +145,7 @@ FileContent readExportedFile(const QString &path, const std::optional<QString> &
     if (!file.open(QIODevice::ReadOnly)) {
         throw fail(QStringLiteral("cannot be read: %1").arg(file.errorString()));
     }
-    // One byte more than is taken: the size of a device or a pipe is not known.
-    const QByteArray all = file.read(kLargestFile + 1);
+    const QByteArray all = readParts(file);
     if (all.size() > kLargestFile) {
         throw fail(QStringLiteral("the file has more than %1 MB").arg(kLargestFile / 1024 / 1024));
     }
