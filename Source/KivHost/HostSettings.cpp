@@ -226,6 +226,12 @@ void setStorePaths(const QString &user, const QString &system)
     QSettings::setPath(QSettings::IniFormat, QSettings::SystemScope, system);
 }
 
+QString valueFault(const Setting &setting, const QString &found)
+{
+    return QStringLiteral("setting %1: found \"%2\", expected %3")
+        .arg(setting.name, found, setting.type.meaning);
+}
+
 void checkStore(const QSettings &store, const QString &file)
 {
     if (store.status() != QSettings::NoError) {
@@ -375,12 +381,6 @@ const Setting *findSetting(const QString &name)
     const auto found = std::find_if(settings.begin(), settings.end(),
         [&name](const Setting &setting) { return setting.name == name; });
     return found != settings.end() ? &*found : nullptr;
-}
-
-QString valueFault(const Setting &setting, const QString &found)
-{
-    return QStringLiteral("setting %1: found \"%2\", expected %3")
-        .arg(setting.name, found, setting.type.meaning);
 }
 
 SettingValue parseSetting(const QString &assignment)

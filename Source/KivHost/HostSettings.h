@@ -89,9 +89,6 @@ QString currentText(const Setting &setting, const QSettings &store);
 /// stored.
 QString findStoredFault(const Setting &setting, const QSettings &store);
 
-/// Why `text` is no value of the setting, as a sentence.
-QString valueFault(const Setting &setting, const QString &text);
-
 /// Takes bad values out of the present store and tells each: what a format reads there by itself
 /// would be obeyed as it stands.
 void dropStoredFaults(const Console &console);

@@ -63,7 +63,7 @@ QString WindowUserInterface::getSaveFileName(const QStringList &filters, const Q
     const QString &proposedName, int *selectedFilter, QWidget *parent)
 {
     if (m_listener != nullptr) {
-        return askForExportFile(filters, title, proposedName);
+        return askForExportFile(filters, title, proposedName, parentFor(parent));
     }
     return askForFile(
         filters, title, proposedPath(lastDirectory(), proposedName), selectedFilter, parent);
@@ -71,7 +71,7 @@ QString WindowUserInterface::getSaveFileName(const QStringList &filters, const Q
 
 // Until the user names a file that can be written, or leaves it out.
 QString WindowUserInterface::askForExportFile(
-    const QStringList &filters, const QString &title, const QString &proposedName)
+    const QStringList &filters, const QString &title, const QString &proposedName, QWidget *parent)
 {
     if (m_filter < 0) {
         m_filter = filterFor(filters, m_extension);
@@ -80,7 +80,7 @@ QString WindowUserInterface::askForExportFile(
     const QString fileName = fileNameFrom(proposedName) + QLatin1Char('.') + m_extension;
     QString proposal = proposedPath(lastDirectory(), fileName);
     while (m_listener->beginFile(proposedName)) {
-        const QString path = askForFile(filters, title, proposal, &m_filter, parentFor(nullptr));
+        const QString path = askForFile(filters, title, proposal, &m_filter, parent);
         if (path.isEmpty()) {
             if (m_listener->asksAgain(proposedName)) {
                 continue;
@@ -96,7 +96,7 @@ QString WindowUserInterface::askForExportFile(
             }
             return staged;
         } catch (const HostError &error) {
-            m_dialogs.displayWarning(error.sentence(), QString(), parentFor(nullptr));
+            m_dialogs.displayWarning(error.sentence(), QString(), parent);
             proposal = path;
         }
     }

@@ -53,8 +53,8 @@ protected:
         const QString &proposedPath, int *selectedFilter, QWidget *parent);
 
 private:
-    QString askForExportFile(
-        const QStringList &filters, const QString &title, const QString &proposedName);
+    QString askForExportFile(const QStringList &filters, const QString &title,
+        const QString &proposedName, QWidget *parent);
     QWidget *parentFor(QWidget *parent) const;
 
     WidgetUserInterface m_dialogs;
